@@ -1,0 +1,47 @@
+// Memory blocks behind LqBasicString, and its growth rules: the slack that each allocation adds
+// under the string's policy. The one home of both, so that every string grows alike.
+#pragma once
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+namespace lq::detail {
+
+// Spare units of each allocation under the policy bits `flags & 33`.
+inline uint32_t SlackOf(uint32_t flags) {
+  switch (flags & 33u) {
+    case 32u: return 255u;
+    case 33u: return 65535u;
+    default: return 0u;
+  }
+}
+
+template <typename T>
+T* AllocateUnits(std::size_t units) {
+  void* block = std::malloc(units * sizeof(T));
+  if (!block) throw std::bad_alloc();
+  return static_cast<T*>(block);
+}
+
+// Grows or shrinks a block, keeping its first units. The system may move large blocks by remapping
+// pages instead of copying them, which keeps long appends linear.
+template <typename T>
+T* ReallocateUnits(T* block, std::size_t units) {
+  void* grown = std::realloc(block, units * sizeof(T));
+  if (!grown) throw std::bad_alloc();
+  return static_cast<T*>(grown);
+}
+
+template <typename T>
+void FreeUnits(T* block) {
+  std::free(block);
+}
+
+template <typename T>
+void CopyUnits(T* to, const T* from, std::size_t count) {
+  if (count) std::memcpy(to, from, count * sizeof(T));
+}
+
+}  // namespace lq::detail

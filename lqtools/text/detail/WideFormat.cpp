@@ -1,0 +1,307 @@
+#include "lqtools/text/detail/WideFormat.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <string>
+
+#include "lqtools/text/detail/Locales.h"
+#include "lqtools/text/detail/WideRuntime.h"
+
+namespace lq::detail {
+
+namespace {
+
+// Output that never passes the end of the caller's buffer.
+class BoundedOutput {
+ public:
+  BoundedOutput(char16_t* buffer, std::size_t count) : m_buffer(buffer), m_count(count) {}
+
+  void Put(char16_t unit) {
+    if (m_used + 1 < m_count) {
+      m_buffer[m_used++] = unit;
+    } else {
+      m_cut = true;
+    }
+  }
+  void Repeat(char16_t unit, std::size_t times) {
+    for (std::size_t i = 0; i < times && !m_cut; ++i) Put(unit);
+  }
+  // Units still free before the terminator.
+  std::size_t Room() const { return m_used + 1 < m_count ? m_count - 1 - m_used : 0; }
+  int Finish() {
+    if (m_count == 0) return -1;
+    m_buffer[m_used] = 0;
+    return m_cut ? -1 : static_cast<int>(m_used);
+  }
+
+ private:
+  char16_t* m_buffer;
+  std::size_t m_count;
+  std::size_t m_used = 0;
+  bool m_cut = false;
+};
+
+enum class Length { None, Char, Short, Long, LongLong, LongDouble, Size, Int32, Int64 };
+
+struct Spec {
+  bool leftAlign = false;
+  std::string flags;
+  int width = -1;
+  int precision = -1;
+  Length length = Length::None;
+  char16_t conversion = 0;
+};
+
+int ReadCount(const char16_t*& p) {
+  long long value = 0;
+  while (*p >= u'0' && *p <= u'9') {
+    if (value < INT32_MAX) value = value * 10 + (*p - u'0');
+    ++p;
+  }
+  return value > INT32_MAX ? INT32_MAX : static_cast<int>(value);
+}
+
+// Reads flags, width, precision and length; `p` stands behind the '%'.
+bool ReadSpec(const char16_t*& p, va_list& args, Spec& spec) {
+  for (;; ++p) {
+    const char16_t c = *p;
+    if (c == u'-' || c == u'+' || c == u' ' || c == u'#' || c == u'0') {
+      if (c == u'-') spec.leftAlign = true;
+      spec.flags.push_back(static_cast<char>(c));
+    } else {
+      break;
+    }
+  }
+  if (*p == u'*') {
+    ++p;
+    const int width = va_arg(args, int);
+    if (width < 0) {
+      spec.leftAlign = true;
+      spec.flags.push_back('-');
+      spec.width = width == INT32_MIN ? INT32_MAX : -width;
+    } else {
+      spec.width = width;
+    }
+  } else if (*p >= u'0' && *p <= u'9') {
+    spec.width = ReadCount(p);
+  }
+  if (*p == u'.') {
+    ++p;
+    if (*p == u'*') {
+      ++p;
+      const int precision = va_arg(args, int);
+      spec.precision = precision < 0 ? -1 : precision;
+    } else {
+      spec.precision = ReadCount(p);
+    }
+  }
+  switch (*p) {
+    case u'h':
+      ++p;
+      spec.length = *p == u'h' ? (++p, Length::Char) : Length::Short;
+      break;
+    case u'l':
+      ++p;
+      spec.length = *p == u'l' ? (++p, Length::LongLong) : Length::Long;
+      break;
+    case u'L': ++p, spec.length = Length::LongDouble; break;
+    case u'q':
+    case u'j': ++p, spec.length = Length::LongLong; break;
+    case u'z':
+    case u't': ++p, spec.length = Length::Size; break;
+    case u'w': ++p, spec.length = Length::Long; break;
+    case u'I':
+      ++p;
+      if (p[0] == u'6' && p[1] == u'4') {
+        p += 2;
+        spec.length = Length::Int64;
+      } else if (p[0] == u'3' && p[1] == u'2') {
+        p += 2;
+        spec.length = Length::Int32;
+      } else {
+        spec.length = Length::Size;
+      }
+      break;
+    default: break;
+  }
+  spec.conversion = *p;
+  return *p != 0;
+}
+
+// The narrow conversion text for snprintf: '%', flags, width, precision, then `tail`.
+std::string NarrowSpec(const Spec& spec, const char* tail) {
+  std::string out = "%" + spec.flags;
+  if (spec.width >= 0) out += std::to_string(spec.width);
+  if (spec.precision >= 0) out += "." + std::to_string(spec.precision);
+  return out + tail;
+}
+
+// Formats one number with the C library and copies it out. Only as much of a long result is
+// produced as still fits, so a huge width costs no more than the room left.
+template <typename Value>
+void PutNumber(BoundedOutput& out, const std::string& spec, Value value) {
+  char local[128];
+  int needed = std::snprintf(local, sizeof local, spec.c_str(), value);
+  if (needed < 0) return;
+  if (static_cast<std::size_t>(needed) < sizeof local) {
+    for (int i = 0; i < needed; ++i) out.Put(static_cast<unsigned char>(local[i]));
+    return;
+  }
+  const std::size_t keep = std::min<std::size_t>(static_cast<std::size_t>(needed), out.Room() + 1);
+  std::string big(keep + 1, '\0');
+  std::snprintf(big.data(), big.size(), spec.c_str(), value);
+  for (std::size_t i = 0; i < keep; ++i) out.Put(static_cast<unsigned char>(big[i]));
+}
+
+void PutInteger(BoundedOutput& out, const Spec& spec, va_list& args) {
+  const bool isSigned = spec.conversion == u'd' || spec.conversion == u'i';
+  const char tail[] = {'l', 'l', static_cast<char>(spec.conversion), 0};
+  const std::string format = NarrowSpec(spec, tail);
+  if (isSigned) {
+    long long value;
+    switch (spec.length) {
+      case Length::Char: value = static_cast<signed char>(va_arg(args, int)); break;
+      case Length::Short: value = static_cast<short>(va_arg(args, int)); break;
+      case Length::Long: value = va_arg(args, long); break;
+      case Length::LongLong:
+      case Length::Int64: value = va_arg(args, long long); break;
+      case Length::Size: value = va_arg(args, std::ptrdiff_t); break;
+      default: value = va_arg(args, int); break;
+    }
+    PutNumber(out, format, value);
+  } else {
+    unsigned long long value;
+    switch (spec.length) {
+      case Length::Char: value = static_cast<unsigned char>(va_arg(args, unsigned)); break;
+      case Length::Short: value = static_cast<unsigned short>(va_arg(args, unsigned)); break;
+      case Length::Long: value = va_arg(args, unsigned long); break;
+      case Length::LongLong:
+      case Length::Int64: value = va_arg(args, unsigned long long); break;
+      case Length::Size: value = va_arg(args, std::size_t); break;
+      default: value = va_arg(args, unsigned); break;
+    }
+    PutNumber(out, format, value);
+  }
+}
+
+void PutFloating(BoundedOutput& out, const Spec& spec, va_list& args) {
+  const char conversion = static_cast<char>(spec.conversion);
+  if (spec.length == Length::LongDouble) {
+    const char tail[] = {'L', conversion, 0};
+    PutNumber(out, NarrowSpec(spec, tail), va_arg(args, long double));
+  } else {
+    const char tail[] = {conversion, 0};
+    PutNumber(out, NarrowSpec(spec, tail), va_arg(args, double));
+  }
+}
+
+// A text or character with width, precision and alignment; `Unit` is char or char16_t.
+template <typename Unit>
+void PutText(BoundedOutput& out, const Spec& spec, const Unit* text, std::size_t limit) {
+  std::size_t length = 0;
+  while (length < limit && text[length]) ++length;
+  const std::size_t width = spec.width > 0 ? static_cast<std::size_t>(spec.width) : 0;
+  const std::size_t pad = width > length ? width - length : 0;
+  if (!spec.leftAlign) out.Repeat(u' ', pad);
+  for (std::size_t i = 0; i < length; ++i) {
+    if constexpr (sizeof(Unit) == 1) {
+      out.Put(static_cast<unsigned char>(text[i]));
+    } else {
+      out.Put(text[i]);
+    }
+  }
+  if (spec.leftAlign) out.Repeat(u' ', pad);
+}
+
+template <typename Unit>
+void PutString(BoundedOutput& out, const Spec& spec, const Unit* text) {
+  static const Unit nullText[] = {'(', 'n', 'u', 'l', 'l', ')', 0};
+  const std::size_t limit =
+      spec.precision >= 0 ? static_cast<std::size_t>(spec.precision) : SIZE_MAX;
+  PutText(out, spec, text ? text : nullText, limit);
+}
+
+}  // namespace
+
+int vswprintf(char16_t* buffer, std::size_t count, const char16_t* format, va_list args) {
+  BoundedOutput out(buffer, buffer ? count : 0);
+  if (!format) return out.Finish();
+  ScopedClassicLocale classic;
+  va_list ap;
+  va_copy(ap, args);
+  for (const char16_t* p = format; *p; ++p) {
+    if (*p != u'%') {
+      out.Put(*p);
+      continue;
+    }
+    const char16_t* start = p++;
+    Spec spec;
+    if (!ReadSpec(p, ap, spec)) break;
+    const bool narrow = spec.length == Length::Short || spec.length == Length::Char;
+    switch (spec.conversion) {
+      case u'%': out.Put(u'%'); break;
+      case u'd':
+      case u'i':
+      case u'u':
+      case u'o':
+      case u'x':
+      case u'X': PutInteger(out, spec, ap); break;
+      case u'e':
+      case u'E':
+      case u'f':
+      case u'F':
+      case u'g':
+      case u'G':
+      case u'a':
+      case u'A': PutFloating(out, spec, ap); break;
+      case u'p': PutNumber(out, NarrowSpec(spec, "p"), va_arg(ap, void*)); break;
+      case u'c':
+      case u'C': {
+        const bool narrowChar = narrow || (spec.conversion == u'C' && spec.length != Length::Long);
+        const int value = va_arg(ap, int);
+        const char16_t unit = narrowChar ? static_cast<char16_t>(static_cast<unsigned char>(value))
+                                         : static_cast<char16_t>(value);
+        PutText(out, spec, &unit, 1);
+        break;
+      }
+      case u's':
+      case u'S':
+        if (narrow || (spec.conversion == u'S' && spec.length != Length::Long)) {
+          PutString(out, spec, va_arg(ap, const char*));
+        } else {
+          PutString(out, spec, va_arg(ap, const char16_t*));
+        }
+        break;
+      case u'n': (void)va_arg(ap, void*); break;
+      default:
+        for (const char16_t* q = start; q <= p; ++q) out.Put(*q);
+        break;
+    }
+  }
+  va_end(ap);
+  return out.Finish();
+}
+
+int swprintf(char16_t* buffer, std::size_t count, const char16_t* format, ...) {
+  va_list args;
+  va_start(args, format);
+  const int result = vswprintf(buffer, count, format, args);
+  va_end(args);
+  return result;
+}
+
+int vsnprintf(char* buffer, std::size_t count, const char* format, va_list args) {
+  ScopedClassicLocale classic;
+  return std::vsnprintf(buffer, count, format, args);
+}
+
+int snprintf(char* buffer, std::size_t count, const char* format, ...) {
+  va_list args;
+  va_start(args, format);
+  const int result = vsnprintf(buffer, count, format, args);
+  va_end(args);
+  return result;
+}
+
+}  // namespace lq::detail

@@ -1,0 +1,27 @@
+// The bounded formatter for 16-bit format strings, the one engine behind every wide printf-style
+// call in lqtools. It keeps the conventions of the original platform's wide formatters:
+//   %s, %ls, %ws  a const char16_t* text        %hs, %S  a const char* text (bytes as Latin-1)
+//   %c, %lc       a char16_t (passed as int)     %hc, %C  a char
+//   %d %i %u %x %X %o %e %E %f %F %g %G %a %A %p %%  as in printf, numbers always in the "C" locale
+//   flags "-+ #0", width and precision (also "*"), lengths hh h l ll L q j z t I I32 I64.
+// `%n` writes nothing and consumes its argument; an unknown conversion is copied as it stands.
+// At most `count` units are written, the terminator included; a cut text stays terminated.
+// Result: the units written without the terminator, or -1 when the text was cut (or count is 0).
+#pragma once
+
+#include <cstdarg>
+#include <cstddef>
+
+#include "lqtools/LqToolsExport.h"
+
+namespace lq::detail {
+
+LQTOOLS_API int vswprintf(char16_t* buffer, std::size_t count, const char16_t* format, va_list args);
+LQTOOLS_API int swprintf(char16_t* buffer, std::size_t count, const char16_t* format, ...);
+
+// vsnprintf and snprintf of the C library, run in the "C" locale.
+LQTOOLS_API int vsnprintf(char* buffer, std::size_t count, const char* format, va_list args);
+LQTOOLS_API int snprintf(char* buffer, std::size_t count, const char* format, ...)
+    __attribute__((format(printf, 3, 4)));
+
+}  // namespace lq::detail

@@ -1,0 +1,31 @@
+// The C library's wide-character routines on 16-bit units. The host platform's own routines work
+// on 32-bit wchar_t; these behave as the 16-bit platform's did, with its 32-bit `long`.
+// Classification and case mapping use a fixed "C.UTF-8" locale object and number parsing the "C"
+// locale, never the process's global locale. Internal: callers outside lqtools must not use them.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "lqtools/LqToolsExport.h"
+
+namespace lq::detail {
+
+LQTOOLS_API std::size_t wcslen(const char16_t* text);  // 0 for null
+LQTOOLS_API int wcsncmp(const char16_t* a, const char16_t* b, std::size_t count);
+
+// strtol/strtoul on 16-bit units, clamped to the 32-bit ranges; `end` may be null.
+LQTOOLS_API int32_t wcstol(const char16_t* text, char16_t** end, int base);
+LQTOOLS_API uint32_t wcstoul(const char16_t* text, char16_t** end, int base);
+// The longest prefix that reads as a number, as strtod does in the "C" locale.
+LQTOOLS_API double wcstod(const char16_t* text, char16_t** end);
+// The three-argument wcstok: the state lives in `context`.
+LQTOOLS_API char16_t* wcstok(char16_t* text, const char16_t* delimiters, char16_t** context);
+
+LQTOOLS_API int iswspace(unsigned c);
+LQTOOLS_API int iswalnum(unsigned c);
+LQTOOLS_API int iswxdigit(unsigned c);
+LQTOOLS_API unsigned towupper(unsigned c);
+LQTOOLS_API unsigned towlower(unsigned c);
+
+}  // namespace lq::detail

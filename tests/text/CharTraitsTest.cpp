@@ -1,0 +1,3 @@
+#include <gtest/gtest.h>
+#include <lqtools/text/LqCharTraits.h>
+TEST(CharTraits, Placeholder) { EXPECT_EQ(LqChar::Length("ab"), 2); }
