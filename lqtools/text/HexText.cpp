@@ -10,9 +10,7 @@ namespace {
 const char kDigits[] = "0123456789ABCDEF";
 
 // Kept: no validation, and lower-case letters give 42 to 47, as stored data expects.
-int32_t DigitOf(uint32_t unit) {
-  return static_cast<int32_t>(unit) - (unit < 65 ? 48 : 55);
-}
+int32_t DigitOf(uint32_t unit) { return static_cast<int32_t>(unit) - (unit < 65 ? 48 : 55); }
 
 template <typename Unit>
 void WriteByte(unsigned char value, Unit* out) {
@@ -23,21 +21,24 @@ void WriteByte(unsigned char value, Unit* out) {
 template <typename Unit>
 void WriteLong(Unit* out, int32_t value) {
   const auto bits = static_cast<uint32_t>(value);
-  for (int i = 0; i < 8; ++i) out[i] = static_cast<Unit>(kDigits[(bits >> (28 - 4 * i)) & 15]);
+  for (int i = 0; i < 8; ++i)
+    out[i] = static_cast<Unit>(kDigits[(bits >> (28 - 4 * i)) & 15]);
   out[8] = 0;
 }
 
 template <typename Unit, typename Value>
 Value ReadHex(const Unit* text, int count) {
   Value value = 0;
-  for (int i = 0; i < count; ++i) value = (value << 4) | static_cast<Value>(DigitOf(text[i]));
+  for (int i = 0; i < count; ++i)
+    value = (value << 4) | static_cast<Value>(DigitOf(text[i]));
   return value;
 }
 
 template <typename Unit>
 int32_t ReadDecimal(const Unit* text, int count) {
   uint32_t value = 0;
-  for (int i = 0; i < count; ++i) value = value * 10 + static_cast<uint32_t>(text[i]) - 48;
+  for (int i = 0; i < count; ++i)
+    value = value * 10 + static_cast<uint32_t>(text[i]) - 48;
   return static_cast<int32_t>(value);
 }
 

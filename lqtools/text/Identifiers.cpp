@@ -12,14 +12,12 @@ struct ReservedName {
 };
 
 const ReservedName kReserved[] = {
-    {u"CON", u"C_O_N"},       {u"AUX", u"A_U_X"},       {u"COM1", u"C_O_M_1"},
-    {u"COM2", u"C_O_M_2"},    {u"COM3", u"C_O_M_3"},    {u"COM4", u"C_O_M_4"},
-    {u"COM5", u"C_O_M_5"},    {u"COM6", u"C_O_M_6"},    {u"COM7", u"C_O_M_7"},
-    {u"COM8", u"C_O_M_8"},    {u"COM9", u"C_O_M_9"},    {u"LPT1", u"L_P_T_1"},
-    {u"LPT2", u"L_P_T_2"},    {u"LPT3", u"L_P_T_3"},    {u"LPT4", u"L_P_T_4"},
-    {u"LPT5", u"L_P_T_5"},    {u"LPT6", u"L_P_T_6"},    {u"LPT7", u"L_P_T_7"},
-    {u"LPT8", u"L_P_T_8"},    {u"LPT9", u"L_P_T_9"},    {u"PRN", u"P_R_N"},
-    {u"NUL", u"N_U_L"},
+    {u"CON", u"C_O_N"},    {u"AUX", u"A_U_X"},    {u"COM1", u"C_O_M_1"}, {u"COM2", u"C_O_M_2"},
+    {u"COM3", u"C_O_M_3"}, {u"COM4", u"C_O_M_4"}, {u"COM5", u"C_O_M_5"}, {u"COM6", u"C_O_M_6"},
+    {u"COM7", u"C_O_M_7"}, {u"COM8", u"C_O_M_8"}, {u"COM9", u"C_O_M_9"}, {u"LPT1", u"L_P_T_1"},
+    {u"LPT2", u"L_P_T_2"}, {u"LPT3", u"L_P_T_3"}, {u"LPT4", u"L_P_T_4"}, {u"LPT5", u"L_P_T_5"},
+    {u"LPT6", u"L_P_T_6"}, {u"LPT7", u"L_P_T_7"}, {u"LPT8", u"L_P_T_8"}, {u"LPT9", u"L_P_T_9"},
+    {u"PRN", u"P_R_N"},    {u"NUL", u"N_U_L"},
 };
 
 bool IsForbidden(char16_t c) {
@@ -56,6 +54,7 @@ bool NormalizeId(LqWString& id) {
     if (id.Flags() & LqWString::Borrowed) id.Assign(id, id.Length());
     id[i] = u'_';
   }
-  if (const ReservedName* reserved = FindReserved(lq::detail::TextOf(id))) id = reserved->replacement;
+  if (const ReservedName* reserved = FindReserved(lq::detail::TextOf(id)))
+    id = reserved->replacement;
   return true;
 }

@@ -47,7 +47,10 @@ class LqBasicString {
   LqBasicString() : m_data(Traits::EmptyString()), m_flags(Borrowed), m_spare(0), m_length(0) {}
 
   explicit LqBasicString(unsigned growth)
-      : m_data(Traits::EmptyString()), m_flags((growth & 33u) | Borrowed), m_spare(0), m_length(0) {}
+      : m_data(Traits::EmptyString()),
+        m_flags((growth & 33u) | Borrowed),
+        m_spare(0),
+        m_length(0) {}
 
   // `copy` true: an owned copy (an owned empty text for null). `copy` false: borrows `text`.
   LqBasicString(const T* text, bool copy = true) : LqBasicString() {
@@ -59,11 +62,15 @@ class LqBasicString {
   }
 
   // An owned copy with growth policy none, whatever the source had.
-  LqBasicString(const LqBasicString& other) : LqBasicString() { Assign(other.m_data, other.m_length); }
+  LqBasicString(const LqBasicString& other) : LqBasicString() {
+    Assign(other.m_data, other.m_length);
+  }
 
   // Widening (LqWString from bytes) or narrowing (LqString from units), see the file comment.
   LqBasicString(const Other* text) : LqBasicString() { ConvertFrom(text); }
-  LqBasicString(const OtherString& text) : LqBasicString() { ConvertFrom(static_cast<const Other*>(text)); }
+  LqBasicString(const OtherString& text) : LqBasicString() {
+    ConvertFrom(static_cast<const Other*>(text));
+  }
 
   ~LqBasicString() {
     if (!(m_flags & Borrowed)) lq::detail::FreeUnits(m_data);
@@ -217,7 +224,8 @@ class LqBasicString {
   }
   LqBasicString Mid(int start, int count) const {
     LqBasicString result;
-    if (start >= 0 && start < m_length) result.Assign(m_data + start, Clamp(count, m_length - start));
+    if (start >= 0 && start < m_length)
+      result.Assign(m_data + start, Clamp(count, m_length - start));
     return result;
   }
   // Compares the last unit with the first unit of `text`; only one-unit texts are meant.
@@ -233,7 +241,8 @@ class LqBasicString {
     if (!m_data) return;
     int i = 0;
     if (sides & 1u)
-      while (Traits::IsSpace(m_data[Checked(i)])) ++i;
+      while (Traits::IsSpace(m_data[Checked(i)]))
+        ++i;
     int r = m_length - 1;
     if ((sides & 2u) && i < r) {
       while (Traits::IsSpace(m_data[Checked(r)])) {
@@ -250,7 +259,8 @@ class LqBasicString {
       if (m_data[i] == from) m_data[i] = to;
   }
   void MakeUpper() {
-    for (int i = 0; i < m_length; ++i) m_data[i] = static_cast<T>(Traits::ToUpper(m_data[i]));
+    for (int i = 0; i < m_length; ++i)
+      m_data[i] = static_cast<T>(Traits::ToUpper(m_data[i]));
   }
 
  private:
@@ -295,7 +305,8 @@ class LqBasicString {
     if (m_spare >= n) {
       lq::detail::CopyUnits(m_data + m_length, text, n);
       m_spare -= n;
-    } else if (!std::less<const T*>()(text, m_data) && !std::less<const T*>()(m_data + m_length, text)) {
+    } else if (!std::less<const T*>()(text, m_data) &&
+               !std::less<const T*>()(m_data + m_length, text)) {
       // Appending a part of the own text: copy into a new block before the old one goes.
       T* block = Allocate(static_cast<std::size_t>(m_length) + n + 1);
       lq::detail::CopyUnits(block, m_data, static_cast<std::size_t>(m_length));
@@ -315,7 +326,8 @@ class LqBasicString {
       // Narrowing keeps the low byte of each unit.
       Prepare(OtherTraits::Length(text), true);
       if (text)
-        for (const Other* p = text; *p; ++p) *this += static_cast<T>(*p & 0xff);
+        for (const Other* p = text; *p; ++p)
+          *this += static_cast<T>(*p & 0xff);
     } else {
       // Widening: an empty source leaves the string as it stands; each byte is sign-extended.
       const int length = OtherTraits::Length(text);
@@ -356,18 +368,18 @@ const T* TextOf(const T* text) {
 }
 }  // namespace lq::detail
 
-#define LQ_STRING_COMPARISON(op, test)                                                         \
-  template <typename T, typename Traits>                                                       \
-  bool operator op(const LqBasicString<T, Traits>& a, const LqBasicString<T, Traits>& b) {     \
-    return Traits::Compare(lq::detail::TextOf(a), lq::detail::TextOf(b)) test;                 \
-  }                                                                                            \
-  template <typename T, typename Traits>                                                       \
-  bool operator op(const LqBasicString<T, Traits>& a, const T* b) {                            \
-    return Traits::Compare(lq::detail::TextOf(a), lq::detail::TextOf<T, Traits>(b)) test;      \
-  }                                                                                            \
-  template <typename T, typename Traits>                                                       \
-  bool operator op(const T* a, const LqBasicString<T, Traits>& b) {                            \
-    return Traits::Compare(lq::detail::TextOf<T, Traits>(a), lq::detail::TextOf(b)) test;      \
+#define LQ_STRING_COMPARISON(op, test)                                                     \
+  template <typename T, typename Traits>                                                   \
+  bool operator op(const LqBasicString<T, Traits>& a, const LqBasicString<T, Traits>& b) { \
+    return Traits::Compare(lq::detail::TextOf(a), lq::detail::TextOf(b)) test;             \
+  }                                                                                        \
+  template <typename T, typename Traits>                                                   \
+  bool operator op(const LqBasicString<T, Traits>& a, const T* b) {                        \
+    return Traits::Compare(lq::detail::TextOf(a), lq::detail::TextOf<T, Traits>(b)) test;  \
+  }                                                                                        \
+  template <typename T, typename Traits>                                                   \
+  bool operator op(const T* a, const LqBasicString<T, Traits>& b) {                        \
+    return Traits::Compare(lq::detail::TextOf<T, Traits>(a), lq::detail::TextOf(b)) test;  \
   }
 
 LQ_STRING_COMPARISON(==, == 0)

@@ -22,8 +22,12 @@ int CompareUnits(const Unit* a, const Unit* b) {
 // Classification of `c` as the platform's wint_t: a negative int wraps to a large value, which
 // no class contains.
 bool IsWideSpace(int c) { return lq::detail::iswspace(static_cast<unsigned>(c)) != 0; }
-int LowerOf(int c) { return static_cast<int>(lq::detail::towlower(static_cast<unsigned>(c)) & 0xffff); }
-int UpperOf(int c) { return static_cast<int>(lq::detail::towupper(static_cast<unsigned>(c)) & 0xffff); }
+int LowerOf(int c) {
+  return static_cast<int>(lq::detail::towlower(static_cast<unsigned>(c)) & 0xffff);
+}
+int UpperOf(int c) {
+  return static_cast<int>(lq::detail::towupper(static_cast<unsigned>(c)) & 0xffff);
+}
 
 }  // namespace
 
@@ -47,9 +51,7 @@ int LqWideChar::Compare(const char16_t* a, const char16_t* b, int count) {
   return count <= 0 ? 0 : lq::detail::wcsncmp(a, b, static_cast<std::size_t>(count));
 }
 
-int LqWideChar::Length(const char16_t* text) {
-  return static_cast<int>(lq::detail::wcslen(text));
-}
+int LqWideChar::Length(const char16_t* text) { return static_cast<int>(lq::detail::wcslen(text)); }
 char16_t* LqWideChar::EmptyString() { return g_emptyWide; }
 bool LqWideChar::IsSpace(int c) { return IsWideSpace(c); }
 int LqWideChar::ToLower(int c) { return LowerOf(c); }

@@ -37,12 +37,11 @@ uint32_t GetNewId() {
   clock_gettime(CLOCK_REALTIME, &now);
   std::tm utc{};
   gmtime_r(&now.tv_sec, &utc);
-  const uint32_t packed = (static_cast<uint32_t>(utc.tm_year + 1900 + 1) & 15u) << 28 |
-                          static_cast<uint32_t>(utc.tm_mon + 1) << 24 |
-                          static_cast<uint32_t>(utc.tm_mday) << 19 |
-                          static_cast<uint32_t>(utc.tm_hour) << 14 |
-                          static_cast<uint32_t>(utc.tm_min) << 8 |
-                          static_cast<uint32_t>(utc.tm_sec) << 2;
+  const uint32_t packed =
+      (static_cast<uint32_t>(utc.tm_year + 1900 + 1) & 15u) << 28 |
+      static_cast<uint32_t>(utc.tm_mon + 1) << 24 | static_cast<uint32_t>(utc.tm_mday) << 19 |
+      static_cast<uint32_t>(utc.tm_hour) << 14 | static_cast<uint32_t>(utc.tm_min) << 8 |
+      static_cast<uint32_t>(utc.tm_sec) << 2;
   uint32_t id = g_lastId.load(std::memory_order_relaxed);
   id = packed > id ? packed : id + 1;
   g_lastId.store(id, std::memory_order_relaxed);

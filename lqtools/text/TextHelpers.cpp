@@ -5,7 +5,8 @@
 int CountSubstring(const std::string& text, const std::string& part) {
   if (text.empty() || part.empty()) return 0;
   int count = 0;
-  for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + part.size()))
+  for (std::size_t at = text.find(part); at != std::string::npos;
+       at = text.find(part, at + part.size()))
     ++count;
   return count;
 }

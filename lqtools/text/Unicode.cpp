@@ -56,7 +56,8 @@ void DecodeUtf8(LqWString& out, const unsigned char* p, const unsigned char* end
       continuations = 3, value = lead & 0x07;
     } else {
       // Not decodable: the lead and the continuation bytes behind it are dropped.
-      while (more(p) && IsContinuation(*p)) ++p;
+      while (more(p) && IsContinuation(*p))
+        ++p;
       continue;
     }
     bool complete = true;

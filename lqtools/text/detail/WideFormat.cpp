@@ -25,7 +25,8 @@ class BoundedOutput {
     }
   }
   void Repeat(char16_t unit, std::size_t times) {
-    for (std::size_t i = 0; i < times && !m_cut; ++i) Put(unit);
+    for (std::size_t i = 0; i < times && !m_cut; ++i)
+      Put(unit);
   }
   // Units still free before the terminator.
   std::size_t Room() const { return m_used + 1 < m_count ? m_count - 1 - m_used : 0; }
@@ -145,13 +146,15 @@ void PutNumber(BoundedOutput& out, const std::string& spec, Value value) {
   int needed = std::snprintf(local, sizeof local, spec.c_str(), value);
   if (needed < 0) return;
   if (static_cast<std::size_t>(needed) < sizeof local) {
-    for (int i = 0; i < needed; ++i) out.Put(static_cast<unsigned char>(local[i]));
+    for (int i = 0; i < needed; ++i)
+      out.Put(static_cast<unsigned char>(local[i]));
     return;
   }
   const std::size_t keep = std::min<std::size_t>(static_cast<std::size_t>(needed), out.Room() + 1);
   std::string big(keep + 1, '\0');
   std::snprintf(big.data(), big.size(), spec.c_str(), value);
-  for (std::size_t i = 0; i < keep; ++i) out.Put(static_cast<unsigned char>(big[i]));
+  for (std::size_t i = 0; i < keep; ++i)
+    out.Put(static_cast<unsigned char>(big[i]));
 }
 
 void PutInteger(BoundedOutput& out, const Spec& spec, va_list& args) {
@@ -200,7 +203,8 @@ void PutFloating(BoundedOutput& out, const Spec& spec, va_list& args) {
 template <typename Unit>
 void PutText(BoundedOutput& out, const Spec& spec, const Unit* text, std::size_t limit) {
   std::size_t length = 0;
-  while (length < limit && text[length]) ++length;
+  while (length < limit && text[length])
+    ++length;
   const std::size_t width = spec.width > 0 ? static_cast<std::size_t>(spec.width) : 0;
   const std::size_t pad = width > length ? width - length : 0;
   if (!spec.leftAlign) out.Repeat(u' ', pad);
@@ -275,7 +279,8 @@ int vswprintf(char16_t* buffer, std::size_t count, const char16_t* format, va_li
         break;
       case u'n': (void)va_arg(ap, void*); break;
       default:
-        for (const char16_t* q = start; q <= p; ++q) out.Put(*q);
+        for (const char16_t* q = start; q <= p; ++q)
+          out.Put(*q);
         break;
     }
   }

@@ -16,7 +16,8 @@
 
 namespace lq::detail {
 
-LQTOOLS_API int vswprintf(char16_t* buffer, std::size_t count, const char16_t* format, va_list args);
+LQTOOLS_API int vswprintf(char16_t* buffer, std::size_t count, const char16_t* format,
+                          va_list args);
 LQTOOLS_API int swprintf(char16_t* buffer, std::size_t count, const char16_t* format, ...);
 
 // vsnprintf and snprintf of the C library, run in the "C" locale.

@@ -1,10 +1,10 @@
 #include "lqtools/text/detail/WideRuntime.h"
 
+#include <wctype.h>
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
 #include <string>
-#include <wctype.h>
 
 #include "lqtools/text/detail/Locales.h"
 
@@ -13,7 +13,8 @@ namespace lq::detail {
 std::size_t wcslen(const char16_t* text) {
   if (!text) return 0;
   const char16_t* p = text;
-  while (*p) ++p;
+  while (*p)
+    ++p;
   return static_cast<std::size_t>(p - text);
 }
 
@@ -54,7 +55,8 @@ ParsedInteger ParseInteger(const char16_t* text, int base, uint64_t limit) {
   result.end = text;
   if (!text || base < 0 || base == 1 || base > 36) return result;
   const char16_t* p = text;
-  while (iswspace(*p)) ++p;
+  while (iswspace(*p))
+    ++p;
   if (*p == u'+' || *p == u'-') {
     result.negative = *p == u'-';
     ++p;
@@ -113,7 +115,8 @@ double wcstod(const char16_t* text, char16_t** end) {
   if (end) *end = const_cast<char16_t*>(text);
   if (!text) return 0.0;
   const char16_t* start = text;
-  while (iswspace(*start)) ++start;
+  while (iswspace(*start))
+    ++start;
   // Only these characters can belong to a number ("1e5", "0x1p3", "inf", "nan(...)"), so the
   // narrow copy stays as short as the number itself.
   std::string narrow;
@@ -141,13 +144,15 @@ char16_t* wcstok(char16_t* text, const char16_t* delimiters, char16_t** context)
       if (*d == c) return true;
     return false;
   };
-  while (*p && isDelimiter(*p)) ++p;
+  while (*p && isDelimiter(*p))
+    ++p;
   if (!*p) {
     *context = p;
     return nullptr;
   }
   char16_t* token = p;
-  while (*p && !isDelimiter(*p)) ++p;
+  while (*p && !isDelimiter(*p))
+    ++p;
   if (*p) *p++ = 0;
   *context = p;
   return token;
