@@ -1,0 +1,178 @@
+#include "lqtools/security/Base64.h"
+
+#include <array>
+#include <cstdint>
+#include <cstring>
+
+#include "lqtools/text/detail/WideRuntime.h"
+
+namespace {
+
+constexpr char kAlphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+constexpr char16_t kWideAlphabet[] =
+    u"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+
+// The longest block whose text length, 4 * ceil(size / 3), still fits an int.
+constexpr int kLargestBlock = 1610612733;
+
+constexpr std::array<int8_t, 256> MakeReverse() {
+  std::array<int8_t, 256> table{};
+  for (auto& entry : table)
+    entry = -1;
+  for (int i = 0; i < 64; ++i)
+    table[static_cast<unsigned char>(kAlphabet[i])] = static_cast<int8_t>(i);
+  return table;
+}
+
+constexpr std::array<uint16_t, 256> MakeWideReverse() {
+  std::array<uint16_t, 256> table{};
+  for (auto& entry : table)
+    entry = 0xffff;
+  for (int i = 0; i < 64; ++i)
+    table[static_cast<unsigned char>(kAlphabet[i])] = static_cast<uint16_t>(i);
+  // Kept: the stray entry reads the unit 0x16 as "B"; stored texts may hold it.
+  table[0x16] = 1;
+  return table;
+}
+
+constexpr std::array<int8_t, 256> kReverse = MakeReverse();
+constexpr std::array<uint16_t, 256> kWideReverse = MakeWideReverse();
+
+template <typename T, typename Traits>
+void Encode(LqBasicString<T, Traits>& out, const void* data, int size, const T* alphabet) {
+  if (size < 1 || !data || size > kLargestBlock) {
+    out.Prepare(0, true);
+    return;
+  }
+  // The buffer starts with room for size * 4 / 3 characters and grows for the padded tail.
+  const int room = static_cast<int>(int64_t{size} * 4 / 3);
+  T* p = out.Prepare(room, false);
+  const auto* in = static_cast<const unsigned char*>(data);
+  const unsigned char* const fullEnd = in + size / 3 * 3;
+  for (; in < fullEnd; in += 3, p += 4) {
+    const uint32_t v = uint32_t{in[0]} << 16 | uint32_t{in[1]} << 8 | in[2];
+    p[0] = alphabet[v >> 18];
+    p[1] = alphabet[(v >> 12) & 0x3f];
+    p[2] = alphabet[(v >> 6) & 0x3f];
+    p[3] = alphabet[v & 0x3f];
+  }
+  const int left = size % 3;
+  if (left == 0) return;
+  const uint32_t v = uint32_t{in[0]} << 16 | (left == 2 ? uint32_t{in[1]} << 8 : 0);
+  const T tail[5] = {alphabet[v >> 18], alphabet[(v >> 12) & 0x3f],
+                     left == 2 ? alphabet[(v >> 6) & 0x3f] : T('='), T('='), T(0)};
+  // The room holds the first `left` characters of the last group; the rest is appended.
+  for (int i = 0; i < left; ++i)
+    p[i] = tail[i];
+  out += tail + left;
+}
+
+// Writes the bytes of a last group of `count` symbols (1 to 3) held in `acc`.
+uint8_t* WriteShortGroup(uint8_t* out, uint32_t acc, int count) {
+  acc <<= (4 - count) * 6;
+  if (count >= 2) *out++ = static_cast<uint8_t>(acc >> 16);
+  if (count == 3) *out++ = static_cast<uint8_t>(acc >> 8);
+  return out;
+}
+
+uint8_t* WriteGroup(uint8_t* out, uint32_t acc) {
+  out[0] = static_cast<uint8_t>(acc >> 16);
+  out[1] = static_cast<uint8_t>(acc >> 8);
+  out[2] = static_cast<uint8_t>(acc);
+  return out + 3;
+}
+
+template <typename T>
+int DecodedSize(const T* text, int length) {
+  if (!text) return 0;
+  if (length == -1) {
+    if constexpr (sizeof(T) == 1) {
+      const std::size_t n = std::strlen(text);
+      length = n > INT32_MAX ? INT32_MAX : static_cast<int>(n);
+    } else {
+      const std::size_t n = lq::detail::wcslen(text);
+      length = n > INT32_MAX ? INT32_MAX : static_cast<int>(n);
+    }
+  }
+  // The padding is stepped over no further than the start of the text.
+  while (length > 0 && text[length - 1] == T('='))
+    --length;
+  return length > 0 ? static_cast<int>(int64_t{length} * 3 / 4) : 0;
+}
+
+}  // namespace
+
+void EncodeBase64(LqString& out, const void* data, int size) { Encode(out, data, size, kAlphabet); }
+
+void EncodeBase64(LqWString& out, const void* data, int size) {
+  Encode(out, data, size, kWideAlphabet);
+}
+
+bool DecodeBase64(void* out, const char* text) {
+  if (!text || !*text) return true;
+  if (!out) return false;
+  auto* o = static_cast<uint8_t*>(out);
+  const auto* t = reinterpret_cast<const unsigned char*>(text);
+  for (;;) {
+    uint32_t acc = 0;
+    int k = 0;
+    for (; k < 4 && t[k] != 0 && t[k] != '='; ++k) {
+      const int v = kReverse[t[k]];
+      if (v < 0) return false;
+      acc = acc << 6 | static_cast<uint32_t>(v);
+    }
+    if (k < 4) {
+      WriteShortGroup(o, acc, k);
+      return true;
+    }
+    o = WriteGroup(o, acc);
+    t += 4;
+  }
+}
+
+bool DecodeBase64(void* out, const char16_t* text) {
+  if (!text || !*text) return true;
+  if (!out) return false;
+  auto* o = static_cast<uint8_t*>(out);
+  for (;;) {
+    uint32_t acc = 0;
+    int k = 0;
+    for (; k < 4 && text[k] != 0 && text[k] != u'='; ++k)
+      acc = acc << 6 | kWideReverse[text[k] & 0xff];
+    if (k < 4) {
+      WriteShortGroup(o, acc, k);
+      return true;
+    }
+    o = WriteGroup(o, acc);
+    text += 4;
+  }
+}
+
+bool DecodeBase64String(char* out, const char* text, int outSize) {
+  if (!out) return false;
+  auto* o = reinterpret_cast<uint8_t*>(out);
+  if (text) {
+    const auto* t = reinterpret_cast<const unsigned char*>(text);
+    while (*t != 0 && *t != '=') {
+      if (outSize < 4) {
+        *o = 0;
+        return false;
+      }
+      uint32_t acc = 0;
+      int k = 0;
+      for (; k < 4 && t[k] != 0 && t[k] != '='; ++k) {
+        const int v = kReverse[t[k]];
+        if (v < 0) return false;
+        acc = acc << 6 | static_cast<uint32_t>(v);
+      }
+      o = WriteGroup(o, acc << (4 - k) * 6);
+      t += k;
+    }
+  }
+  *o = 0;
+  return true;
+}
+
+int DecodedBase64Size(const char* text, int length) { return DecodedSize(text, length); }
+
+int DecodedBase64Size(const char16_t* text, int length) { return DecodedSize(text, length); }
