@@ -1,0 +1,41 @@
+// Node paths: the scan of one path step, shared by lookup and erase, and the formatting of
+// paths from printf-style arguments into the fixed buffer of 1024 units that NodeV, ValueV,
+// EraseV and HasNode use. A formatted text that does not fit is refused, never used cut.
+#pragma once
+
+#include <cstdarg>
+#include <cstddef>
+
+#include "lqtools/xml/XmlDocument.h"
+
+namespace lq::detail {
+
+constexpr std::size_t kXmlPathUnits = 1024;
+
+// False when the formatted text did not fit; `buffer` is terminated either way.
+bool FormatXmlPath(char16_t (&buffer)[kXmlPathUnits], const char16_t* format, va_list args);
+// `path` as a format without arguments: "%%" becomes '%'. False for any other conversion, since
+// it would have nothing to read, and for a text that does not fit.
+bool LiteralXmlPath(char16_t (&buffer)[kXmlPathUnits], const char16_t* path);
+
+// One step of a path: name, name?cond? or name?cond=text?.
+struct XmlPathStep {
+  enum Kind { Empty, Unclosed, Step };
+
+  const char16_t* nameBegin = nullptr;
+  const char16_t* nameEnd = nullptr;
+  bool conditional = false;
+  bool valued = false;
+  LqWString condition;
+  LqWString text;
+  // At the '/' behind the step or at the terminator.
+  const char16_t* end = nullptr;
+};
+
+// Skips the leading '/' of `path` and scans one step. Empty: nothing is left. Unclosed: a '?'
+// without its closing '?'.
+XmlPathStep::Kind ScanXmlPathStep(const char16_t* path, XmlPathStep& step);
+// Whether `child` qualifies for `step`: its tag, then the condition and its text.
+bool XmlPathStepMatches(const XmlDocument::XmlNode& child, const XmlPathStep& step);
+
+}  // namespace lq::detail
