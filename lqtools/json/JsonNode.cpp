@@ -1,0 +1,353 @@
+#include <cfloat>
+#include <cstdarg>
+#include <cstring>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "lqtools/json/JsonDocument.h"
+#include "lqtools/json/detail/JsonNumbers.h"
+#include "lqtools/text/StdRuntimeException.h"
+#include "lqtools/text/Unicode.h"
+#include "lqtools/text/detail/WideFormat.h"
+#include "lqtools/text/detail/WideRuntime.h"
+
+using JsonNode = JsonDocument::JsonNode;
+
+namespace {
+
+const char kUnexpected[] = "Unexpected situation!";
+
+// The value of a node as a path filter compares it, formatted into `buffer` where needed; null
+// for the types that never match.
+const char16_t* FilterText(const JsonNode& node, char16_t* buffer, std::size_t count) {
+  switch (node.Type()) {
+    case 0: return node.ValueInt() ? u"true" : u"false";
+    case 2: lq::detail::swprintf(buffer, count, u"%d", node.ValueInt()); return buffer;
+    case 3: {
+      // Kept: the double's bit pattern goes through "%d", so the low 32 bits are compared and
+      // not the number; stored paths depend on it.
+      uint64_t bits;
+      const double value = node.ValueDouble();
+      std::memcpy(&bits, &value, sizeof bits);
+      lq::detail::swprintf(buffer, count, u"%d", static_cast<int32_t>(bits & 0xFFFFFFFFu));
+      return buffer;
+    }
+    case 4: return node.ValueString();
+    default: return nullptr;
+  }
+}
+
+bool SameText(const char16_t* a, std::size_t length, const char16_t* b) {
+  return lq::detail::wcslen(b) == length && std::memcmp(a, b, length * sizeof(char16_t)) == 0;
+}
+
+}  // namespace
+
+// ------------------------------------------------------------------------------------------------
+// Construction
+
+JsonNode::JsonNode(int type, double value, const char16_t* string)
+    : m_type(type), m_intValue(0), m_doubleValue(0.0) {
+  switch (type) {
+    case 0: m_intValue = value != 0.0 ? 1 : 0; break;
+    case 2: m_intValue = lq::detail::TruncateToInt32(value); break;
+    case 3: m_doubleValue = value; break;
+    case 4:
+      if (string) m_stringValue = string;
+      break;
+    default:
+      if (static_cast<unsigned>(type) > 6u) m_type = 6;
+      break;
+  }
+}
+
+JsonNode::JsonNode(const JsonNode& other)
+    : m_type(other.m_type),
+      m_intValue(other.m_intValue),
+      m_doubleValue(other.m_doubleValue),
+      m_stringValue(other.m_stringValue),
+      m_name(other.m_name) {
+  // Cloned through a work list, so that a deep tree costs no stack. Each copy joins the tree
+  // before it is filled, so a failed allocation leaves nothing that Reset does not free.
+  try {
+    std::vector<std::pair<const JsonNode*, JsonNode*>> pending{{&other, this}};
+    while (!pending.empty()) {
+      const auto [from, to] = pending.back();
+      pending.pop_back();
+      for (const JsonNode* child : from->m_childs) {
+        auto copy = std::make_unique<JsonNode>(child->m_type);
+        to->m_childs.push_back(copy.get());
+        JsonNode* filled = copy.release();
+        filled->m_type = child->m_type;
+        filled->m_intValue = child->m_intValue;
+        filled->m_doubleValue = child->m_doubleValue;
+        filled->m_stringValue = child->m_stringValue;
+        filled->m_name = child->m_name;
+        pending.emplace_back(child, filled);
+      }
+    }
+  } catch (...) {
+    Reset();
+    throw;
+  }
+}
+
+JsonNode& JsonNode::operator=(const JsonNode& other) {
+  if (this == &other) return *this;
+  Reset();
+  JsonNode copy(other);
+  m_type = copy.m_type;
+  m_intValue = copy.m_intValue;
+  m_doubleValue = copy.m_doubleValue;
+  m_stringValue = copy.m_stringValue;
+  m_name = copy.m_name;
+  m_childs.swap(copy.m_childs);
+  return *this;
+}
+
+JsonNode::~JsonNode() { Reset(); }
+
+// ------------------------------------------------------------------------------------------------
+// Fields and children
+
+void JsonNode::SetString(const char16_t* name) {
+  if (!name) throw StdRuntimeException(kUnexpected);
+  m_name = name;
+}
+
+void JsonNode::SetString(const char* utf8Name) {
+  if (!utf8Name) throw StdRuntimeException(kUnexpected);
+  LqWString wide;
+  Utf8ToUtf16(wide, utf8Name);
+  SetString(static_cast<const char16_t*>(wide));
+}
+
+void JsonNode::AddChild(JsonNode* child) {
+  if (!child) throw StdRuntimeException(kUnexpected);
+  m_childs.push_back(child);
+}
+
+void JsonNode::RemoveChild(JsonNode* child) {
+  const auto before = m_childs.size();
+  m_childs.remove(child);
+  if (child && m_childs.size() != before) delete child;
+}
+
+void JsonNode::Reset() { DeleteChilds(); }
+
+void JsonNode::DeleteChilds() {
+  // Each node's children are taken over before it goes, so no destructor recurses.
+  std::vector<JsonNode*> doomed(m_childs.begin(), m_childs.end());
+  m_childs.clear();
+  while (!doomed.empty()) {
+    JsonNode* node = doomed.back();
+    doomed.pop_back();
+    doomed.insert(doomed.end(), node->m_childs.begin(), node->m_childs.end());
+    node->m_childs.clear();
+    delete node;
+  }
+}
+
+JsonNode* JsonNode::NewChild(int type) {
+  if (type != 5 && type != 6) return nullptr;
+  JsonNode* child =
+      type == 5 ? JsonDocument::cJSON_CreateArray() : JsonDocument::cJSON_CreateObject();
+  AddChild(child);
+  return child;
+}
+
+JsonNode* JsonNode::NewChild(const char16_t* name, int type) {
+  if (type != 5 && type != 6) return nullptr;
+  JsonNode* child =
+      type == 5 ? JsonDocument::cJSON_CreateArray(name) : JsonDocument::cJSON_CreateObject(name);
+  AddChild(child);
+  return child;
+}
+
+JsonNode* JsonNode::NewChild(const char* utf8Name, int) {
+  LqWString name;
+  Utf8ToUtf16(name, utf8Name);
+  // Kept: this form always makes an object whatever type it is given; callers rely on it.
+  return NewChild(static_cast<const char16_t*>(name), 6);
+}
+
+// ------------------------------------------------------------------------------------------------
+// Paths
+
+JsonNode* JsonNode::Node(const char16_t* path) {
+  if (!path) throw StdRuntimeException(kUnexpected);
+  JsonNode* node = this;
+  for (;;) {
+    while (*path == u'/')
+      ++path;
+    if (!*path) return node;
+
+    const char16_t* end = path;
+    while (*end && *end != u'/' && *end != u'?')
+      ++end;
+    const char16_t* question = nullptr;
+    const char16_t* equals = nullptr;
+    if (*end == u'?') {
+      question = end++;
+      while (*end && *end != u'?' && *end != u'=')
+        ++end;
+      if (!*end) return nullptr;
+      if (*end == u'=') {
+        equals = end++;
+        while (*end && *end != u'?')
+          ++end;
+        if (!*end) return nullptr;
+      }
+      while (*end && *end != u'/')
+        ++end;
+    }
+
+    const char16_t* tagEnd = question ? question : end;
+    const auto tagLength = static_cast<std::size_t>(tagEnd - path);
+    JsonNode* child = nullptr;
+    for (JsonNode* candidate : node->m_childs) {
+      if (SameText(path, tagLength, candidate->m_name)) {
+        child = candidate;
+        break;
+      }
+    }
+    if (!child) return nullptr;
+
+    if (question) {
+      // The value ends one before the segment, on the assumption that a '?' closes it.
+      const char16_t* name = question + 1;
+      const char16_t* nameEnd = equals ? equals : end - 1;
+      const char16_t* value = equals ? equals + 1 : end;
+      const char16_t* valueEnd = equals ? end - 1 : end;
+      const auto nameLength = static_cast<std::size_t>(nameEnd - name);
+      const auto valueLength = static_cast<std::size_t>(valueEnd - value);
+      char16_t text[64];
+      for (JsonNode* grandchild : child->m_childs) {
+        if (!SameText(name, nameLength, grandchild->m_name)) continue;
+        const char16_t* candidate = FilterText(*grandchild, text, 64);
+        if (candidate && SameText(value, valueLength, candidate)) return grandchild;
+      }
+    }
+    if (!*end) return child;
+    node = child;
+    path = end + 1;
+  }
+}
+
+JsonNode* JsonNode::NodeV(const char16_t* format, ...) {
+  if (!format) throw StdRuntimeException(kUnexpected);
+  char16_t path[1024];
+  va_list args;
+  va_start(args, format);
+  lq::detail::vswprintf(path, 1024, format, args);
+  va_end(args);
+  return Node(path);
+}
+
+int JsonNode::ValueInt(const char16_t* path) const {
+  const JsonNode* node = const_cast<JsonNode*>(this)->Node(path);
+  return node ? node->m_intValue : INT32_MIN;
+}
+
+double JsonNode::ValueDouble(const char16_t* path) const {
+  const JsonNode* node = const_cast<JsonNode*>(this)->Node(path);
+  return node ? node->m_doubleValue : DBL_MIN;
+}
+
+LqWString JsonNode::ValueString(const char16_t* path, const char16_t* defaultValue) const {
+  const JsonNode* node = const_cast<JsonNode*>(this)->Node(path);
+  return node ? node->m_stringValue : LqWString(defaultValue);
+}
+
+// ------------------------------------------------------------------------------------------------
+// Values
+
+void JsonNode::SetValue(int value) {
+  if (m_type == 5) {
+    AddChild(JsonDocument::cJSON_CreateInteger(value));
+  } else if (m_type == 2) {
+    m_intValue = value;
+  }
+}
+
+void JsonNode::SetValue(double value) {
+  if (m_type == 5) {
+    AddChild(JsonDocument::cJSON_CreateFloat(value));
+  } else if (m_type == 3) {
+    m_doubleValue = value;
+  }
+}
+
+void JsonNode::SetValue(bool value) {
+  if (m_type == 5) {
+    AddChild(JsonDocument::cJSON_CreateBool(value));
+  } else if (m_type == 0) {
+    m_intValue = value ? 1 : 0;
+  }
+}
+
+void JsonNode::SetValue(const char16_t* value) {
+  if (m_type == 5) {
+    AddChild(JsonDocument::cJSON_CreateString(value));
+  } else if (m_type == 4) {
+    m_stringValue = value ? value : u"";
+  }
+}
+
+void JsonNode::SetValue(const char* utf8Value) {
+  if (m_type != 4 && m_type != 5) return;
+  LqWString wide;
+  Utf8ToUtf16(wide, utf8Value);
+  SetValue(static_cast<const char16_t*>(wide));
+}
+
+void JsonNode::SetNullValue() {
+  if (m_type == 5) AddChild(JsonDocument::cJSON_CreateNull());
+}
+
+void JsonNode::SetValue(const char16_t* path, const char16_t* value) {
+  if (m_type != 6) return;
+  JsonNode* node = Node(path);
+  if (!node) {
+    AddChild(JsonDocument::cJSON_CreateString(path, value));
+  } else if (node->m_type == 4) {
+    node->m_stringValue = value ? value : u"";
+  }
+}
+
+void JsonNode::SetValue(const char16_t* path, int value) {
+  if (m_type != 6) return;
+  JsonNode* node = Node(path);
+  if (!node) {
+    AddChild(JsonDocument::cJSON_CreateInteger(path, value));
+  } else if (node->m_type == 2) {
+    node->m_intValue = value != 0 ? 1 : 0;
+  }
+}
+
+void JsonNode::SetValue(const char16_t* path, double value) {
+  if (m_type != 6) return;
+  JsonNode* node = Node(path);
+  if (!node) {
+    AddChild(JsonDocument::cJSON_CreateFloat(path, value));
+  } else if (node->m_type == 3) {
+    node->m_doubleValue = value;
+  }
+}
+
+void JsonNode::SetValue(const char16_t* path, bool value) {
+  if (m_type != 6) return;
+  JsonNode* node = Node(path);
+  if (!node) {
+    AddChild(JsonDocument::cJSON_CreateBool(path, value));
+  } else if (node->m_type == 0) {
+    node->m_intValue = value ? 1 : 0;
+  }
+}
+
+void JsonNode::SetNullValue(const char16_t* path) {
+  if (m_type != 6) return;
+  const JsonNode* node = Node(path);
+  if (!node || node->m_type != 1) AddChild(JsonDocument::cJSON_CreateNull(path));
+}
