@@ -114,20 +114,25 @@ bool DecodeBase64(void* out, const char* text) {
   auto* o = static_cast<uint8_t*>(out);
   const auto* t = reinterpret_cast<const unsigned char*>(text);
   for (;;) {
-    uint32_t acc = 0;
-    int k = 0;
-    for (; k < 4 && t[k] != 0 && t[k] != '='; ++k) {
-      const int v = kReverse[t[k]];
-      if (v < 0) return false;
-      acc = acc << 6 | static_cast<uint32_t>(v);
-    }
-    if (k < 4) {
-      WriteShortGroup(o, acc, k);
-      return true;
-    }
-    o = WriteGroup(o, acc);
+    // Whole groups of four symbols; the terminator and "=" read as -1 and end this loop too.
+    const int a = kReverse[t[0]];
+    const int b = a < 0 ? -1 : kReverse[t[1]];
+    const int c = b < 0 ? -1 : kReverse[t[2]];
+    const int d = c < 0 ? -1 : kReverse[t[3]];
+    if ((a | b | c | d) < 0) break;
+    o = WriteGroup(o, static_cast<uint32_t>(a << 18 | b << 12 | c << 6 | d));
     t += 4;
   }
+  // The last group: short, or holding a bad character (a whole one was taken above).
+  uint32_t acc = 0;
+  int k = 0;
+  for (; k < 4 && t[k] != 0 && t[k] != '='; ++k) {
+    const int v = kReverse[t[k]];
+    if (v < 0) return false;
+    acc = acc << 6 | static_cast<uint32_t>(v);
+  }
+  WriteShortGroup(o, acc, k);
+  return true;
 }
 
 bool DecodeBase64(void* out, const char16_t* text) {
