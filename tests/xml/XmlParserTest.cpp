@@ -1,0 +1,176 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "xml/XmlTestHelpers.h"
+
+using XmlNode = XmlDocument::XmlNode;
+
+TEST(XmlParser, AcceptsTheNarrowFormAndRejectsTheRest) {
+  struct Case {
+    const char* input;
+    const char* code;  // null: the parse fails
+  } cases[] = {
+      {"<a/>", "<a></a>"},
+      {"<a />", "<a></a>"},
+      {"<a></a>", "<a></a>"},
+      {"<?xml version=\"1.0\"?><a/>", "<a></a>"},
+      {"<?xml a=\"?\"?><a/>", nullptr},
+      {"<?xml version=\"1.0\"", nullptr},
+      {"\xEF\xBB\xBF<?xml version=\"1.0\"?>\n<a>1</a>", "<a>1</a>"},
+      {"junk <a>1</a><b>2</b> tail", "<a>1</a>"},
+      // A '"' anywhere behind an opening '\'' ends the list: the value doesn't open with it.
+      {"<a x='1' y=\"2\"/>", "<a></a>"},
+      {"<a y=\"2\" x='1'/>", "<a x=\"1\" y=\"2\"></a>"},
+      {"<a x=\"1\" y = \"2\"/>", "<a x=\"1\"></a>"},
+      {"<a x =\"1\"/>", "<a x =\"1\"></a>"},
+      // The closing quote is the first '"' left, whichever quote opened the value.
+      {"<a x=\"1' y='2\"/>", "<a x=\"1' y='2\"></a>"},
+      {"<a x=\"p>q\"/>", nullptr},
+      {"<a>x<b/>y</a>", "<a><b></b>xy</a>"},
+      {"<a><!-- c --></a>", nullptr},
+      {"<a>&lt;&amp;&gt;&quot;&apos;</a>", "<a>&lt;&amp;&gt;&quot;&apos;</a>"},
+      {"<a>&#65;&unknown;&Xmp;&1pos;</a>", "<a>&amp;#65;&amp;unknown;&amp;&apos;</a>"},
+      // Text is decoded once over the joined runs.
+      {"<a>&am<b/>p;</a>", "<a><b></b>&amp;</a>"},
+      {"<a k=\"&amp;\"/>", "<a k=\"&amp;\"></a>"},
+      {"<a>x</b>", nullptr},
+      {"<a>x", nullptr},
+      {"<a>", nullptr},
+      {"<a>x</a >", nullptr},
+      {"<a x=\"1\">t</a>", "<a x=\"1\">t</a>"},
+      {"<\xC3\xA9></\xC3\xA9>", "<\xC3\xA9></\xC3\xA9>"},
+      // A count of units is compared against bytes at the end tag.
+      {"<\xC3\xA9 x=\"1\"></\xC3\xA9>", nullptr},
+      // Only the blank separates the name; a tab stays in it.
+      {"<a\tx=\"1\"></a\tx=\"1\">", "<a\tx=&quot;1&quot;></a\tx=&quot;1&quot;>"},
+      {"<a/ x=\"1\">", "<a x=\"1\"></a>"},
+      {"", nullptr},
+      {"no element", nullptr},
+  };
+  XmlDocument document;
+  for (const Case& c : cases) {
+    const bool parsed = document.Parse(c.input);
+    EXPECT_EQ(parsed, c.code != nullptr) << c.input;
+    EXPECT_EQ(document.IsOK(), parsed) << c.input;
+    if (parsed && c.code) {
+      EXPECT_EQ(Code(document), c.code) << c.input;
+    }
+  }
+  EXPECT_FALSE(document.Parse(nullptr));
+}
+
+TEST(XmlParser, EmptyElementFormsDifferOnlyInTheValueObject) {
+  XmlDocument document;
+  ASSERT_TRUE(document.Parse("<r><a/><a></a></r>"));
+  XmlNode* first = *document.Root()->ChildsBegin();
+  XmlNode* second = *document.Root()->ReverseChildsBegin();
+  EXPECT_EQ(&first->Value(), &XmlNode::m_emptyValue);
+  EXPECT_NE(&second->Value(), &XmlNode::m_emptyValue);
+  EXPECT_TRUE(*first == *second);
+}
+
+TEST(XmlParser, PrettyPrintedParentsKeepTheirWhiteSpaceAsValue) {
+  XmlDocument document;
+  ASSERT_TRUE(document.Parse("<r>\n  <a>1</a>\n  <b>\xC3\xA9</b>\n</r>"));
+  EXPECT_EQ(U8(document.Root()->Value()), "\n  \n  \n");
+  EXPECT_EQ(U8(document.Value(u"b", u"")), "\xC3\xA9");
+}
+
+TEST(XmlParser, LongTextRunsAndLongNamesSurvive) {
+  std::string text(70000, 'x');
+  text += "\xC3\xA9&amp;";
+  const std::string name(5000, 'n');
+  XmlDocument document;
+  ASSERT_TRUE(document.Parse(("<r><" + name + ">" + text + "</" + name + "></r>").c_str()));
+  EXPECT_EQ(U8(document.Value(U16(name).c_str(), u"")), std::string(70000, 'x') + "\xC3\xA9&");
+}
+
+TEST(XmlParser, XmlTextDecodesLaxlyInBothWidths) {
+  LqString narrow;
+  Xml2Text(narrow, LqString("&lt;&\x80mp;&Amp;&apos;&#65;&"));
+  EXPECT_EQ(std::string(narrow), "<&&'&#65;&");
+  LqWString wide;
+  Xml2Text(wide, LqWString(u"&\u00e9mp;&gt;"));
+  EXPECT_EQ(U8(wide), "&\xC3\xA9mp;>");
+  Xml2Text(wide, wide);
+  EXPECT_EQ(U8(wide), "&\xC3\xA9mp;>");
+}
+
+TEST(XmlParser, WhatTheWriterWroteParsesBackToAnEqualTree) {
+  XmlDocument document;
+  document.Create(u"r");
+  XmlNode* root = document.Root();
+  for (int i = 0; i < 20; ++i) {
+    // A name beyond ASCII with attributes never closes, so only plain names get attributes.
+    XmlNode* child = root->NewChild(i % 3 ? u"item" : u"\u00e9l\u00e9ment");
+    if (i % 3) child->setAttribute(u"id", i % 2 ? u"1" : u"\u20ac");
+    child->SetValue(u"v", u"a<b&c>'\"");
+    child->SetValue(u"n", i);
+    child->NewChild(u"empty");
+  }
+  LqString text;
+  document.CreateXmlCode(text, true);
+  XmlDocument again;
+  ASSERT_TRUE(again.Parse(text));
+  EXPECT_TRUE(*again.Root() == *document.Root());
+
+  TempFolder folder;
+  ASSERT_TRUE(document.SaveAs(folder.Wide("t.xml").c_str()));
+  ASSERT_TRUE(again.Load(folder.Wide("t.xml").c_str()));
+  EXPECT_TRUE(*again.Root() == *document.Root());
+}
+
+TEST(XmlParser, NestingBeyondTheLimitIsRefusedWithFalse) {
+  auto nested = [](int depth) {
+    std::string text;
+    for (int i = 0; i < depth; ++i)
+      text += "<a>";
+    for (int i = 0; i < depth; ++i)
+      text += "</a>";
+    return text;
+  };
+  XmlDocument document;
+  ASSERT_TRUE(document.Parse(nested(10000).c_str()));
+  LqString code;
+  document.CreateXmlCode(code, false);
+  XmlDocument copy(*document.Root());
+  EXPECT_TRUE(*copy.Root() == *document.Root());
+  EXPECT_FALSE(document.Parse(nested(10001).c_str()));
+  EXPECT_FALSE(document.Parse(nested(300000).c_str()));
+  EXPECT_FALSE(document.IsOK());
+}
+
+TEST(XmlParser, LoadReadsWholeFilesAndFailsOnBrokenOnes) {
+  TempFolder folder;
+  WriteFile(folder.Path() / "good.xml", "<r><a>1</a></r>");
+  WriteFile(folder.Path() / "cut.xml", "<r><a>1</a");
+  XmlDocument document;
+  EXPECT_TRUE(document.Load(folder.Wide("good.xml").c_str()));
+  EXPECT_EQ(document.Root()->iValue(u"a", 0), 1);
+  EXPECT_FALSE(document.Load(folder.Wide("cut.xml").c_str()));
+  EXPECT_FALSE(document.IsOK());
+  EXPECT_EQ(U8(document.FileName()), U8(folder.Wide("cut.xml").c_str()));
+  EXPECT_FALSE(document.Load(folder.Wide("missing.xml").c_str()));
+  EXPECT_FALSE(document.Load(folder.Wide("").c_str()));
+  EXPECT_FALSE(document.Load(U16(folder.Path().string()).c_str()));
+}
+
+TEST(XmlParser, TwoFileLoadRepairsTheMainFileFromTheBackup) {
+  TempFolder folder;
+  const std::u16string main = folder.Wide("main.xml");
+  const std::u16string backup = folder.Wide("backup.xml");
+  WriteFile(folder.Path() / "main.xml", "<r><a>broken");
+  WriteFile(folder.Path() / "backup.xml", "<r><a>2</a></r>");
+  XmlDocument document;
+  EXPECT_TRUE(document.Load(main.c_str(), backup.c_str()));
+  EXPECT_EQ(document.Root()->iValue(u"a", 0), 2);
+  EXPECT_EQ(U8(document.FileName()), U8(main.c_str()));
+  EXPECT_EQ(ReadFile(folder.Path() / "main.xml"),
+            "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?><r><a>2</a></r>");
+
+  WriteFile(folder.Path() / "backup.xml", "broken too");
+  WriteFile(folder.Path() / "main.xml", "also broken");
+  EXPECT_FALSE(document.Load(main.c_str(), backup.c_str()));
+  EXPECT_TRUE(XmlDocument().Load(backup.c_str(), main.c_str()) == false);
+}

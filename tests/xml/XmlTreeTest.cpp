@@ -1,0 +1,251 @@
+#include <gtest/gtest.h>
+
+#include <new>
+
+#include "xml/XmlTestHelpers.h"
+
+using XmlNode = XmlDocument::XmlNode;
+
+namespace {
+
+// <r><a><b>1</b></a><item><id>3</id></item><item><id>7</id></item><item><id>7</id><x>x2</x>
+// </item><p><q><s>deep</s></q></p></r>, built without the parser.
+void BuildSample(XmlDocument& document) {
+  document.Create(u"r");
+  XmlNode* root = document.Root();
+  root->NewChild(u"a")->SetValue(u"b", 1);
+  for (const char16_t* id : {u"3", u"7", u"7"})
+    root->NewChild(u"item")->SetValue(u"id", id);
+  (*root->ReverseChildsBegin())->SetValue(u"x", u"x2");
+  root->NewChild(u"p")->NewChild(u"q")->SetValue(u"s", u"deep");
+}
+
+}  // namespace
+
+TEST(XmlTree, PathLookupFollowsTheStepRules) {
+  XmlDocument document;
+  BuildSample(document);
+  XmlNode* root = document.Root();
+  XmlNode* lastItem = *std::next(root->ChildsBegin(), 3);
+  XmlNode* p = *root->ReverseChildsBegin();
+  struct Case {
+    const char16_t* path;
+    const XmlNode* expected;
+  } cases[] = {
+      {u"", root},
+      {u"///", root},
+      {u"a/", root->Node(u"a")},
+      {u"a//b", root->Node(u"a/b")},
+      {u"a?", nullptr},
+      {u"a?b", nullptr},
+      {u"a?b=1", nullptr},
+      {u"a?b?", root->Node(u"a")},
+      {u"a?b=1?", root->Node(u"a")},
+      {u"a?b=2?", nullptr},
+      {u"item?id=7?", *std::next(root->ChildsBegin(), 2)},
+      // No backtracking: the first item with id 7 has no x, the later one does.
+      {u"item?id=7?/x", nullptr},
+      {u"item?x?/x", lastItem->Node(u"x")},
+      {u"missing", nullptr},
+      // A condition may hold '/'.
+      {u"p?q/s=deep?", p},
+      // Stray text behind the closing '?' joins the compared text, less its last unit.
+      {u"item?id=7?z", nullptr},
+  };
+  for (const Case& c : cases)
+    EXPECT_EQ(root->Node(c.path), c.expected) << U8(c.path);
+  EXPECT_EQ(document.Node(u""), root);
+  root->NewChild(u"s")->SetValue(u"id", u"7?");
+  EXPECT_EQ(root->Node(u"s?id=7?z"), *root->ReverseChildsBegin());
+  EXPECT_EQ(XmlDocument().Node(u""), nullptr);
+}
+
+TEST(XmlTree, FormattedPathsUseTheBoundedFormatter) {
+  XmlDocument document;
+  BuildSample(document);
+  const XmlNode* root = document.Root();
+  EXPECT_EQ(root->NodeV(u"item?id=%d?/id", 3), root->Node(u"item/id"));
+  EXPECT_EQ(U8(root->ValueV(u"%s/%hs", u"a", "b")), "1");
+  std::u16string longPath(1100, u'a');
+  EXPECT_EQ(root->NodeV(u"%s", longPath.c_str()), nullptr);
+  EXPECT_EQ(U8(root->ValueV(u"%s", longPath.c_str())), "");
+  document.Root()->NewChild(u"50%");
+  EXPECT_TRUE(root->HasNode(u"50%%"));
+  EXPECT_FALSE(root->HasNode(u"50%"));
+  EXPECT_FALSE(root->HasNode(u"a%d"));
+  EXPECT_TRUE(root->HasNode(u"a/b"));
+}
+
+TEST(XmlTree, TypedGettersConvertLikeTheRuntime) {
+  XmlDocument document;
+  document.Create(u"r");
+  XmlNode* root = document.Root();
+  struct Case {
+    const char16_t* value;
+    int i;
+    int32_t h;
+    uint32_t hPath;
+    double d;
+    bool b;
+  } cases[] = {
+      {u"T", 0, 0, 0, 0.0, true},
+      {u"true", 0, 0, 0, 0.0, false},
+      {u"12abc", 12, 0x12ABC, 0x12ABC, 12.0, false},
+      {u"FFFFFFFF", 0, INT32_MAX, 0xFFFFFFFFu, 0.0, false},
+      {u"-2.5e1", -2, -2, 0xFFFFFFFEu, -25.0, false},
+      {u"", 0, 0, 0, 0.0, false},
+  };
+  for (const Case& c : cases) {
+    root->SetValue(u"v", c.value);
+    const XmlNode* v = root->Node(u"v");
+    EXPECT_EQ(v->iValue(), c.i) << U8(c.value);
+    EXPECT_EQ(v->hValue(), c.h) << U8(c.value);
+    EXPECT_EQ(root->hValue(u"v", 5), c.hPath) << U8(c.value);
+    EXPECT_EQ(v->dValue(), c.d) << U8(c.value);
+    EXPECT_EQ(v->bValue(), c.b) << U8(c.value);
+  }
+  EXPECT_EQ(root->iValue(u"none", 42), 42);
+  EXPECT_EQ(root->hValue(u"none", -1), 0xFFFFFFFFu);
+  EXPECT_EQ(root->dValue(u"none", 1.5), 1.5);
+  EXPECT_TRUE(root->bValue(u"none", true));
+  EXPECT_FALSE(root->bValue(u"none", u"yes"));
+  EXPECT_TRUE(root->bValue(u"v", u""));
+  EXPECT_EQ(std::string(root->sValue(u"none", "d")), "d");
+  EXPECT_EQ(U8(root->Value(u"none", u"d")), "d");
+  // The document's default counts only while it has no root.
+  EXPECT_EQ(U8(document.Value(u"none", u"d")), "");
+  EXPECT_EQ(U8(XmlDocument().Value(u"none", u"d")), "d");
+}
+
+TEST(XmlTree, SetValueStoresTextForEveryType) {
+  XmlDocument document;
+  document.Create(u"r");
+  XmlNode* root = document.Root();
+  root->SetValue(u"i", -7);
+  root->SetValue(u"u", 4000000000u);
+  root->SetValue(u"l", 5000000000L);
+  root->SetValue(u"d", 2.5);
+  root->SetValue(u"t", true);
+  root->SetValue(u"f", false);
+  root->SetValue("n", "\xC3\xA9");
+  root->SetValue(u"s", LqString("x"));
+  root->SetValue(u"w", LqWString(u"y"));
+  EXPECT_EQ(Code(document),
+            "<r><i>-7</i><u>4000000000</u><l>5000000000</l><d>2.500000</d><t>T</t><f>F</f>"
+            "<n>\xC3\xA9</n><s>x</s><w>y</w></r>");
+  root->SetValue(u"", 5);
+  EXPECT_EQ(U8(root->Value()), "5");
+  root->SetValue(u"i", static_cast<const char16_t*>(nullptr));
+  EXPECT_EQ(U8(root->Value(u"i", u"d")), "");
+}
+
+TEST(XmlTree, SetValueByPathMakesOneChildNamedByTheWholePath) {
+  XmlDocument document;
+  document.Create(u"r");
+  XmlNode* root = document.Root();
+  root->SetValue(u"a/b", 1);
+  root->SetValue(u"a/b", 2);
+  EXPECT_EQ(root->Size(), 2);
+  EXPECT_EQ(U8((*root->ChildsBegin())->Tag()), "a/b");
+  EXPECT_EQ(root->Node(u"a/b"), nullptr);
+  root->SetValue(u"x", static_cast<const XmlNode*>(nullptr));
+  EXPECT_EQ(root->Size(), 2);
+}
+
+TEST(XmlTree, ValueOfAFreshNodeIsTheSharedEmptyText) {
+  XmlDocument document;
+  document.Create(u"r");
+  EXPECT_EQ(&document.Root()->Value(), &XmlNode::m_emptyValue);
+  document.Root()->SetValue(u"");
+  EXPECT_NE(&document.Root()->Value(), &XmlNode::m_emptyValue);
+}
+
+TEST(XmlTree, AttributesIgnoreEmptyNamesAndKeepNullValuesEmpty) {
+  XmlDocument document;
+  document.Create(u"r");
+  XmlNode* root = document.Root();
+  root->setAttribute(u"", u"x");
+  EXPECT_FALSE(root->HasAttributes());
+  root->setAttribute(u"b", nullptr);
+  root->setAttribute(u"a", u"1");
+  root->setAttribute(u"a", u"2");
+  EXPECT_TRUE(root->HasAttribute(u"b"));
+  EXPECT_EQ(root->attributesSize(), 2);
+  EXPECT_EQ(U8(root->getAttribute(u"a", u"d")), "2");
+  EXPECT_EQ(U8(root->getAttribute(u"z", nullptr)), "");
+  EXPECT_EQ(U8(root->attributesBegin()->first), "a");
+}
+
+TEST(XmlTree, ChildrenGoInFrontOfTheirAnchorOrNowhere) {
+  XmlDocument document;
+  document.Create(u"r");
+  XmlNode* root = document.Root();
+  XmlNode* b = root->NewChild(u"b");
+  root->NewChild(u"a", b);
+  XmlDocument other;
+  other.Create(u"o");
+  XmlNode* stranger = other.Root()->NewChild(u"s");
+  EXPECT_EQ(root->NewChild(u"x", stranger), nullptr);
+  auto* loose = new XmlNode(&document, u"n", -1);
+  root->AddChild(loose, stranger);
+  EXPECT_EQ(root->Size(), 2);
+  delete loose;
+  root->AddChild(nullptr);
+  EXPECT_EQ(Code(document), "<r><a></a><b></b></r>");
+  EXPECT_EQ(root->GetChildsList().back(), b);
+}
+
+TEST(XmlTree, TagsAreInternedPerDocument) {
+  XmlDocument first;
+  XmlDocument second;
+  first.Create(u"r");
+  second.Create(u"r");
+  XmlNode* a1 = first.Root()->NewChild(u"a");
+  XmlNode* a2 = first.Root()->NewChild(u"a");
+  EXPECT_EQ(&a1->Tag(), &a2->Tag());
+  EXPECT_NE(&first.Root()->Tag(), &second.Root()->Tag());
+  EXPECT_EQ(first.Tag(u"a", 99), &a1->Tag());
+  XmlNode loose(nullptr, u"abc", 2);
+  EXPECT_EQ(U8(loose.Tag()), "ab");
+  EXPECT_THROW(first.Root()->NewChild(static_cast<const char16_t*>(nullptr))->Tag(),
+               StdRuntimeException);
+}
+
+TEST(XmlTree, AssignmentCopiesDeepAndCopyConstructionShares) {
+  XmlDocument source;
+  BuildSample(source);
+  source.Root()->setAttribute(u"k", u"v");
+  XmlDocument target;
+  target.Create(u"t");
+  *target.Root() = *source.Root();
+  EXPECT_EQ(Code(target), Code(source));
+  EXPECT_EQ(target.Root()->Document(), &target);
+  EXPECT_EQ(target.Tag(u"item", -1), &target.Root()->Node(u"item")->Tag());
+  source.Root()->SetValue(u"a/b", 9);
+  EXPECT_EQ(target.Root()->iValue(u"a/b", 0), 1);
+
+  XmlNode* item = source.Root()->Node(u"item");
+  alignas(XmlNode) unsigned char storage[sizeof(XmlNode)];
+  // A child-less copy owns no memory of its own, so it may simply be dropped unrun.
+  XmlNode* a = source.Root()->Node(u"a/b");
+  auto* shallow = new (storage) XmlNode(*a);
+  EXPECT_EQ(&shallow->Value(), &a->Value());
+  EXPECT_EQ(&shallow->Tag(), &a->Tag());
+
+  // From a descendant the source is copied out first; from itself the node is emptied.
+  target.Root()->SetValue(target.Root()->Node(u"a"));
+  EXPECT_EQ(Code(target), "<a><b>1</b></a>");
+  const XmlNode& same = *item;
+  *item = same;
+  EXPECT_EQ(Code(*item), "<item></item>");
+}
+
+TEST(XmlTree, DocumentFromNodeCopiesTheNodeAndTheFileName) {
+  XmlDocument source;
+  BuildSample(source);
+  source.SetFileName(u"/tmp/source.xml");
+  XmlDocument copy(*source.Root()->Node(u"a"));
+  EXPECT_EQ(Code(copy), "<a><b>1</b></a>");
+  EXPECT_EQ(U8(copy.FileName()), "/tmp/source.xml");
+  EXPECT_FALSE(copy.Dirty());
+}

@@ -1,0 +1,140 @@
+#include <gtest/gtest.h>
+
+#include <cstdio>
+
+#include "xml/XmlTestHelpers.h"
+
+using XmlNode = XmlDocument::XmlNode;
+
+namespace {
+
+const std::string kHeader = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>";
+
+// The stream writer's text of `node`, through a temporary file.
+std::string FileCode(const XmlNode& node) {
+  FILE* stream = std::tmpfile();
+  node.SaveXmlCode(stream);
+  std::string text(static_cast<std::size_t>(std::ftell(stream)), '\0');
+  std::rewind(stream);
+  const std::size_t got = std::fread(text.data(), 1, text.size(), stream);
+  std::fclose(stream);
+  text.resize(got);
+  return text;
+}
+
+struct CountingCallback : XmlDocumentCallback {
+  int calls = 0;
+  void OnSaved() override { ++calls; }
+};
+
+}  // namespace
+
+TEST(XmlWriter, StringAndFileFormsDifferOnlyInEmptyElements) {
+  XmlDocument document;
+  struct Case {
+    const char* xml;
+    const char* stringForm;
+    const char* fileForm;
+  } cases[] = {
+      {"<x/>", "<x></x>", "<x/>"},
+      // The parser leaves a value object of length 0 behind; it counts as empty.
+      {"<x></x>", "<x></x>", "<x/>"},
+      {"<x a=\"1\"/>", "<x a=\"1\"></x>", "<x a=\"1\"/>"},
+      {"<x b='2' a='1'><y/>t</x>", "<x a=\"1\" b=\"2\"><y></y>t</x>",
+       "<x a=\"1\" b=\"2\"><y/>t</x>"},
+      {"<x>\n  <y>1</y>\n</x>", "<x><y>1</y>\n  \n</x>", "<x><y>1</y>\n  \n</x>"},
+  };
+  for (const Case& c : cases) {
+    ASSERT_TRUE(document.Parse(c.xml)) << c.xml;
+    EXPECT_EQ(Code(document), c.stringForm);
+    EXPECT_EQ(FileCode(*document.Root()), c.fileForm);
+  }
+}
+
+TEST(XmlWriter, EscapesTagsAndValuesButNotAttributes) {
+  XmlDocument document;
+  document.Create(u"t&g");
+  document.Root()->SetValue(u"a<b&c\"'>");
+  document.Root()->setAttribute(u"k", u"a<b&c\"");
+  document.Root()->NewChild(u"\u00e9")->SetValue(u"\u20ac");
+  EXPECT_EQ(Code(document),
+            "<t&amp;g k=\"a<b&c\"\"><\xC3\xA9>\xE2\x82\xAC</\xC3\xA9>"
+            "a&lt;b&amp;c&quot;&apos;&gt;</t&amp;g>");
+}
+
+TEST(XmlWriter, Text2XmlEscapesFiveCharactersInBothWidths) {
+  LqString narrow;
+  Text2Xml(narrow, LqString("<\xC3\xA9&\"'>\n"));
+  EXPECT_EQ(std::string(narrow), "&lt;\xC3\xA9&amp;&quot;&apos;&gt;\n");
+  EXPECT_EQ(narrow.Flags() & 33u, static_cast<uint32_t>(LqString::GrowLargeBlock));
+  LqWString wide(LqWString::GrowSmallBlock);
+  Text2Xml(wide, LqWString(u"a&b"));
+  EXPECT_EQ(U8(wide), "a&amp;b");
+  EXPECT_EQ(wide.Flags() & 33u, static_cast<uint32_t>(LqWString::GrowSmallBlock));
+}
+
+TEST(XmlWriter, DocumentCodeReplacesTheOutputAndMayStartWithTheHeader) {
+  XmlDocument document;
+  LqString out("old");
+  document.CreateXmlCode(out, true);
+  EXPECT_EQ(std::string(out), kHeader);
+  EXPECT_EQ(out.Length(), 55);
+  document.CreateXmlCode(out, false);
+  EXPECT_EQ(std::string(out), "");
+  document.Create(u"r");
+  document.CreateXmlCode(out, true);
+  EXPECT_EQ(std::string(out), kHeader + "<r></r>");
+  EXPECT_EQ(out.Flags() & 33u, static_cast<uint32_t>(LqString::GrowLargeBlock));
+  document.Root()->NewChild(static_cast<const char16_t*>(nullptr));
+  EXPECT_THROW(document.CreateXmlCode(out, false), StdRuntimeException);
+}
+
+TEST(XmlWriter, SaveMakesMissingFoldersClearsDirtyAndCallsBack) {
+  TempFolder folder;
+  XmlDocument document;
+  CountingCallback callback;
+  document.SetXmlDocumentCallback(&callback);
+  document.Create(u"r");
+  document.Root()->NewChild(u"e");
+  document.SetDirty(true);
+  EXPECT_FALSE(document.Save());
+  EXPECT_TRUE(document.Dirty());
+  EXPECT_TRUE(document.SaveAs(folder.Wide("one/two/doc.xml").c_str()));
+  EXPECT_EQ(ReadFile(folder.Path() / "one/two/doc.xml"), kHeader + "<r><e/></r>");
+  EXPECT_FALSE(document.Dirty());
+  EXPECT_EQ(callback.calls, 1);
+
+  // A file name that is a folder cannot be opened: false, and nothing changes.
+  document.SetDirty(true);
+  EXPECT_FALSE(document.SaveAs(folder.Wide("one").c_str()));
+  EXPECT_TRUE(document.Dirty());
+  EXPECT_EQ(callback.calls, 1);
+
+  document.Reset();
+  EXPECT_TRUE(document.SaveAs(folder.Wide("empty.xml").c_str()));
+  EXPECT_EQ(ReadFile(folder.Path() / "empty.xml"), kHeader);
+  EXPECT_FALSE(document.Load(folder.Wide("empty.xml").c_str()));
+}
+
+TEST(XmlWriter, SaveAsWithBackupWritesBothAndStaysOnTheMainFile) {
+  TempFolder folder;
+  XmlDocument document;
+  CountingCallback callback;
+  document.SetXmlDocumentCallback(&callback);
+  document.Create(u"r");
+  const std::u16string main = folder.Wide("a.xml");
+  EXPECT_TRUE(document.SaveAs(main.c_str(), folder.Wide("b.xml").c_str()));
+  EXPECT_EQ(U8(document.FileName()), U8(main.c_str()));
+  EXPECT_EQ(ReadFile(folder.Path() / "a.xml"), ReadFile(folder.Path() / "b.xml"));
+  EXPECT_EQ(callback.calls, 2);
+}
+
+TEST(XmlWriter, SetBckFileNameStoresIntoTheFileName) {
+  XmlDocument document;
+  document.SetFileName(u"a.xml");
+  document.SetBckFileName(u"b.xml");
+  EXPECT_EQ(U8(document.FileName()), "b.xml");
+  EXPECT_EQ(document.BckFileName(), nullptr);
+  document.SetBckFileName(nullptr);
+  EXPECT_EQ(U8(document.FileName()), "b.xml");
+}
