@@ -82,6 +82,19 @@ uint8_t* WriteGroup(uint8_t* out, uint32_t acc) {
   return out + 3;
 }
 
+// Gathers up to four symbols of a narrow text into `acc`, stopping at the terminator or a "=".
+// The count gathered, or -1 at a character outside the alphabet.
+int GatherGroup(const unsigned char* t, uint32_t& acc) {
+  acc = 0;
+  int k = 0;
+  for (; k < 4 && t[k] != 0 && t[k] != '='; ++k) {
+    const int v = kReverse[t[k]];
+    if (v < 0) return -1;
+    acc = acc << 6 | static_cast<uint32_t>(v);
+  }
+  return k;
+}
+
 template <typename T>
 int DecodedSize(const T* text, int length) {
   if (!text) return 0;
@@ -124,13 +137,9 @@ bool DecodeBase64(void* out, const char* text) {
     t += 4;
   }
   // The last group: short, or holding a bad character (a whole one was taken above).
-  uint32_t acc = 0;
-  int k = 0;
-  for (; k < 4 && t[k] != 0 && t[k] != '='; ++k) {
-    const int v = kReverse[t[k]];
-    if (v < 0) return false;
-    acc = acc << 6 | static_cast<uint32_t>(v);
-  }
+  uint32_t acc;
+  const int k = GatherGroup(t, acc);
+  if (k < 0) return false;
   WriteShortGroup(o, acc, k);
   return true;
 }
@@ -163,13 +172,9 @@ bool DecodeBase64String(char* out, const char* text, int outSize) {
         *o = 0;
         return false;
       }
-      uint32_t acc = 0;
-      int k = 0;
-      for (; k < 4 && t[k] != 0 && t[k] != '='; ++k) {
-        const int v = kReverse[t[k]];
-        if (v < 0) return false;
-        acc = acc << 6 | static_cast<uint32_t>(v);
-      }
+      uint32_t acc;
+      const int k = GatherGroup(t, acc);
+      if (k < 0) return false;
       o = WriteGroup(o, acc << (4 - k) * 6);
       t += k;
     }

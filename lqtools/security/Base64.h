@@ -21,7 +21,7 @@ LQTOOLS_API void EncodeBase64(LqWString& out, const void* data, int size);
 // writes k * 3 / 4 bytes. A null or empty `text` gives true; a null `out` with a text to decode
 // gives false.
 LQTOOLS_API bool DecodeBase64(void* out, const char* text);
-// Always true, also for garbage (see the file comment).
+// True for any text, garbage included (see the file comment); only a null `out` gives false.
 LQTOOLS_API bool DecodeBase64(void* out, const char16_t* text);
 
 // Decodes and terminates. Every group writes three bytes, a short last group with zeros in its

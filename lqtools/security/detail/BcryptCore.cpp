@@ -88,7 +88,7 @@ unsigned BcryptClampCost(unsigned cost) {
 void BcryptHashText(const char* key, std::size_t keyLength, const char* setting,
                     std::size_t settingLength, char* out) {
   // The setting as a terminated text: bytes past its length or past a zero byte read as zero.
-  const std::size_t length = strnlen(setting, settingLength);
+  const std::size_t length = setting ? strnlen(setting, settingLength) : 0;
   auto at = [&](std::size_t i) -> char { return i < length ? setting[i] : '\0'; };
 
   // Kept: position 0 is never looked at, and the version is compared as a signed char, so "1",

@@ -16,8 +16,9 @@ constexpr std::size_t kBcryptSaltSize = 16;
 
 // Writes into `out` (kBcryptOutputSize bytes) the hash text "$2<minor>$NN$<salt><digest>" of the
 // key, or the text ":" when `setting` is refused. `setting` is read no further than
-// `settingLength` bytes, nor past a zero byte. The key is read in the published way, up to one
-// byte past `keyLength`, so key[keyLength] must be readable (a terminator). Exported for the tests.
+// `settingLength` bytes, nor past a zero byte (a null `setting` is refused). The key is read in the
+// published way, up to one byte past `keyLength`, so key[keyLength] must be readable (a
+// terminator). Exported for the tests.
 LQTOOLS_API void BcryptHashText(const char* key, std::size_t keyLength, const char* setting,
                                 std::size_t settingLength, char* out);
 
