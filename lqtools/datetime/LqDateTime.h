@@ -21,6 +21,7 @@
 #include "lqtools/LqToolsExport.h"
 #include "lqtools/datetime/LqDateTimeSpan.h"
 #include "lqtools/datetime/LqOleDateTime.h"
+#include "lqtools/datetime/detail/Calendar.h"
 #include "lqtools/text/LqBasicString.h"
 
 class LQTOOLS_API LqDateTime {
@@ -172,3 +173,83 @@ class LQTOOLS_API LqDateTime {
 // gmtime of a time: null when either pointer is null, the time is negative or it lies after
 // 3000-12-31T23:59:59Z; otherwise `result`.
 LQTOOLS_API tm* xgmtime(const long long* time, tm* result);
+
+// ------------------------------------------------------------------------------------------
+// The calendar core, inline so that loops over many values compile to plain arithmetic.
+
+inline void LqDateTime::SetDateTime(int year, int month, int day, int hour, int minute, int second,
+                                    int msecond, int usecond) {
+  if (year < 1999 || year > 2135 || month < 1 || month > 12 || day < 1 || day > 31) {
+    Invalidate();
+    return;
+  }
+  const int y = year - 1999;
+  // February always counts 28 here; the leap day is the extra one after it.
+  int n = y * 365 + ((y + 2) >> 2) + day - 1 + lq::detail::kMonthStarts.start[0][month - 1];
+  if ((y & 3) == 1 && month > 2) ++n;
+
+  // Kept: out-of-range times and late 2135 wrap in 32 bits, rolling the date without a word.
+  uint32_t total = static_cast<uint32_t>(n) * 24u + static_cast<uint32_t>(hour);
+  total = total * 60u + static_cast<uint32_t>(minute);
+  total = total * 60u + static_cast<uint32_t>(second);
+
+  const auto micro =
+      static_cast<int32_t>(static_cast<uint32_t>(msecond) * 1000u + static_cast<uint32_t>(usecond));
+  if (micro < 0) {
+    // Floor: 2020-01-01 minus 1 microsecond is 2019-12-31 23:59:59.999999.
+    const int64_t magnitude = -static_cast<int64_t>(micro);
+    const int64_t q = magnitude / 1000000;
+    const int64_t r = magnitude - q * 1000000;
+    total -= static_cast<uint32_t>(q);
+    if (r != 0) {
+      total -= 1u;
+      m_microseconds = static_cast<int32_t>(1000000 - r);
+    } else {
+      m_microseconds = 0;
+    }
+  } else if (micro >= 1000000) {
+    total += static_cast<uint32_t>(micro / 1000000);
+    m_microseconds = micro % 1000000;
+  } else {
+    m_microseconds = micro;
+  }
+  m_seconds = total;
+}
+
+inline void LqDateTime::DateTime2DMY(uint32_t seconds, int& day, int& month, int& year,
+                                     bool yearOnly) {
+  const auto d = static_cast<int>(seconds / 86400u);
+  int y = d / 365;
+  int s = y * 365 + ((y + 2) >> 2);
+  if (s > d) {
+    --y;
+    s = y * 365 + ((y + 2) >> 2);
+  }
+  year = y;
+  day = s;
+  if (yearOnly) return;
+  // The month walk over the table is done ahead of time, in kMonthOfDay.
+  const int c = d - s;
+  const int leap = (y & 3) == 1 ? 1 : 0;  // 2000, 2004, ... and 2100 too
+  const int m = lq::detail::kMonthOfDay.month[leap][c];
+  month = m + 1;
+  day = c - lq::detail::kMonthStarts.start[leap][m] + 1;
+}
+
+inline int LqDateTime::Year() const {
+  int day = 0, month = 0, year = 0;
+  DateTime2DMY(m_seconds, day, month, year, true);
+  return year + 1999;
+}
+
+inline int LqDateTime::Month() const {
+  int day = 0, month = 0, year = 0;
+  DateTime2DMY(m_seconds, day, month, year, false);
+  return month;
+}
+
+inline int LqDateTime::Day() const {
+  int day = 0, month = 0, year = 0;
+  DateTime2DMY(m_seconds, day, month, year, false);
+  return day;
+}
