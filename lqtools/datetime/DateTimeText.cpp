@@ -3,13 +3,14 @@
 #include <cstdlib>
 #include <type_traits>
 
+#include "lqtools/datetime/detail/TextFormat.h"
 #include "lqtools/text/detail/Locales.h"
 #include "lqtools/text/detail/WideFormat.h"
 #include "lqtools/text/detail/WideRuntime.h"
 
 namespace {
 
-// The digit forms share their layout; the wide twins format through the 16-bit formatter.
+// The formats and the integer reader of the narrow and the wide twins.
 template <typename T>
 struct DigitForms;
 
@@ -18,10 +19,6 @@ struct DigitForms<char> {
   static constexpr const char* kMicro = "%02d%02d%04d%02d%02d%02d%03d%03d";
   static constexpr const char* kMilli = "%02d%02d%04d%02d%02d%02d%03d";
   static constexpr const char* kPlain = "%02d%02d%04d%02d%02d%02d";
-  template <typename... Args>
-  static void Format(char* out, std::size_t size, const char* format, Args... args) {
-    lq::detail::snprintf(out, size, format, args...);
-  }
   // atoi in the "C" locale.
   static int ToInt(const char* text) {
     const lq::detail::ScopedClassicLocale classic;
@@ -34,10 +31,6 @@ struct DigitForms<char16_t> {
   static constexpr const char16_t* kMicro = u"%02d%02d%04d%02d%02d%02d%03d%03d";
   static constexpr const char16_t* kMilli = u"%02d%02d%04d%02d%02d%02d%03d";
   static constexpr const char16_t* kPlain = u"%02d%02d%04d%02d%02d%02d";
-  template <typename... Args>
-  static void Format(char16_t* out, std::size_t size, const char16_t* format, Args... args) {
-    lq::detail::swprintf(out, size, format, args...);
-  }
   static int ToInt(const char16_t* text) { return lq::detail::wcstol(text, nullptr, 10); }
 };
 
@@ -49,14 +42,15 @@ bool WriteDigits(LqBasicString<T, Traits>& out, const LqDateTime& value, bool mi
   using Forms = DigitForms<T>;
   T text[32];
   if (micro) {
-    Forms::Format(text, 32, Forms::kMicro, value.Day(), value.Month(), value.Year(), value.Hour(),
-                  value.Minute(), value.Second(), value.MSecond(), value.USecond());
+    lq::detail::FormatText(text, 32, Forms::kMicro, value.Day(), value.Month(), value.Year(),
+                           value.Hour(), value.Minute(), value.Second(), value.MSecond(),
+                           value.USecond());
   } else if (milli) {
-    Forms::Format(text, 32, Forms::kMilli, value.Day(), value.Month(), value.Year(), value.Hour(),
-                  value.Minute(), value.Second(), value.MSecond());
+    lq::detail::FormatText(text, 32, Forms::kMilli, value.Day(), value.Month(), value.Year(),
+                           value.Hour(), value.Minute(), value.Second(), value.MSecond());
   } else {
-    Forms::Format(text, 32, Forms::kPlain, value.Day(), value.Month(), value.Year(), value.Hour(),
-                  value.Minute(), value.Second());
+    lq::detail::FormatText(text, 32, Forms::kPlain, value.Day(), value.Month(), value.Year(),
+                           value.Hour(), value.Minute(), value.Second());
   }
   out = text;
   return true;

@@ -26,18 +26,14 @@ void Combine(uint32_t& seconds, int32_t& microseconds, uint32_t otherSeconds,
 // Kept: no test for an invalid operand or for leaving the range; a sum that lands on
 // 0xFFFFFFFF is invalid and one from an invalid value usually reads as valid.
 LqDateTime LqDateTime::operator+(const LqDateTimeSpan& span) const {
-  LqDateTime result;
-  result.m_seconds = m_seconds;
-  result.m_microseconds = m_microseconds;
+  LqDateTime result(*this);
   Combine(result.m_seconds, result.m_microseconds, static_cast<uint32_t>(span.m_seconds),
           span.m_microseconds, false);
   return result;
 }
 
 LqDateTime LqDateTime::operator-(const LqDateTimeSpan& span) const {
-  LqDateTime result;
-  result.m_seconds = m_seconds;
-  result.m_microseconds = m_microseconds;
+  LqDateTime result(*this);
   Combine(result.m_seconds, result.m_microseconds, static_cast<uint32_t>(span.m_seconds),
           span.m_microseconds, true);
   return result;

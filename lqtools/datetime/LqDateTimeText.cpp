@@ -3,6 +3,7 @@
 #include <exception>
 
 #include "lqtools/datetime/LqDateTime.h"
+#include "lqtools/datetime/detail/TextFormat.h"
 #include "lqtools/datetime/detail/Truncation.h"
 #include "lqtools/text/detail/WideFormat.h"
 #include "lqtools/text/detail/WideRuntime.h"
@@ -44,6 +45,16 @@ class FieldCutter {
   std::size_t m_position = 0;
   bool m_ok = true;
 };
+
+// Year, month, day, hour, minute, second and milliseconds through `format`, which may leave the
+// milliseconds unread.
+template <typename T>
+std::basic_string<T> IsoText(const LqDateTime& v, const T* format) {
+  T text[32];
+  lq::detail::FormatText(text, 32, format, v.Year(), v.Month(), v.Day(), v.Hour(), v.Minute(),
+                         v.Second(), v.MSecond());
+  return text;
+}
 
 void ThrowUnlessComplete(uint32_t seconds, int32_t microseconds) {
   if (seconds == 0xFFFFFFFFu || static_cast<uint32_t>(microseconds) > 999999u)
@@ -149,33 +160,21 @@ LqWString LqDateTime::GetDateTime(int format, bool withFraction, const char16_t*
 }
 
 std::string LqDateTime::ToString() const {
-  char text[32];
-  lq::detail::snprintf(text, sizeof text, "%04d-%02d-%02dT%02d:%02d:%02dZ", Year(), Month(), Day(),
-                       Hour(), Minute(), Second());
-  return text;
+  return IsoText(*this, "%04d-%02d-%02dT%02d:%02d:%02dZ");
 }
 
 std::u16string LqDateTime::ToWString() const {
-  char16_t text[32];
-  lq::detail::swprintf(text, 32, u"%04d-%02d-%02dT%02d:%02d:%02dZ", Year(), Month(), Day(), Hour(),
-                       Minute(), Second());
-  return text;
+  return IsoText(*this, u"%04d-%02d-%02dT%02d:%02d:%02dZ");
 }
 
 std::string LqDateTime::ToCompleteString() const {
   ThrowUnlessComplete(m_seconds, m_microseconds);
-  char text[32];
-  lq::detail::snprintf(text, sizeof text, "%04d-%02d-%02dT%02d:%02d:%02d.%03dZ", Year(), Month(),
-                       Day(), Hour(), Minute(), Second(), MSecond());
-  return text;
+  return IsoText(*this, "%04d-%02d-%02dT%02d:%02d:%02d.%03dZ");
 }
 
 std::u16string LqDateTime::ToCompleteWString() const {
   ThrowUnlessComplete(m_seconds, m_microseconds);
-  char16_t text[32];
-  lq::detail::swprintf(text, 32, u"%04d-%02d-%02dT%02d:%02d:%02d.%03dZ", Year(), Month(), Day(),
-                       Hour(), Minute(), Second(), MSecond());
-  return text;
+  return IsoText(*this, u"%04d-%02d-%02dT%02d:%02d:%02d.%03dZ");
 }
 
 std::string LqDateTime::ToPlainStringReverseDate() const {
