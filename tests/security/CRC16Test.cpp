@@ -37,10 +37,6 @@ TEST(CRC16, BlocksBytesAndSplitsAgree) {
 }
 
 TEST(CRC16, TablesAreTheStepsOfTheReflectedPolynomial) {
-  const unsigned char hiStart[] = {0x00, 0xC1, 0x81, 0x40, 0x01, 0xC0, 0x80, 0x41};
-  const unsigned char loStart[] = {0x00, 0xC0, 0xC1, 0x01, 0xC3, 0x03, 0x02, 0xC2};
-  EXPECT_EQ(std::memcmp(LqCRC16::crcHiTable, hiStart, 8), 0);
-  EXPECT_EQ(std::memcmp(LqCRC16::crcLoTable, loStart, 8), 0);
   for (unsigned i = 0; i < 256; ++i) {
     unsigned crc = i;
     for (int bit = 0; bit < 8; ++bit)

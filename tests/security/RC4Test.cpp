@@ -1,20 +1,9 @@
 #include <gtest/gtest.h>
 #include <lqtools/security/LqRC4.h>
 
-#include <cstdio>
 #include <string>
 
 namespace {
-
-std::string Hex(const std::string& bytes) {
-  std::string out;
-  char digits[3];
-  for (unsigned char c : bytes) {
-    std::snprintf(digits, sizeof digits, "%02x", c);
-    out += digits;
-  }
-  return out;
-}
 
 std::string Encrypt(const std::string& plain, const char* key) {
   std::string data = plain;
@@ -24,14 +13,15 @@ std::string Encrypt(const std::string& plain, const char* key) {
 }
 
 TEST(RC4, MatchesPublishedRc4WhileTheIndicesNeverMeet) {
-  EXPECT_EQ(Hex(Encrypt("Plaintext", "Key")), "bbf316e8d940af0ad3");
-  EXPECT_EQ(Hex(Encrypt("pedia", "Wiki")), "1021bf0420");
-  EXPECT_EQ(Hex(Encrypt("Attack at dawn", "Secret")), "45a01f645fc35b383552544b9bf5");
+  EXPECT_EQ(Encrypt("Plaintext", "Key"), "\xbb\xf3\x16\xe8\xd9\x40\xaf\x0a\xd3");
+  EXPECT_EQ(Encrypt("pedia", "Wiki"), "\x10\x21\xbf\x04\x20");
+  EXPECT_EQ(Encrypt("Attack at dawn", "Secret"),
+            "\x45\xa0\x1f\x64\x5f\xc3\x5b\x38\x35\x52\x54\x4b\x9b\xf5");
 }
 
 TEST(RC4, ExchangeOfAnEntryWithItselfClearsIt) {
   // With the key "aag" j meets i at i = 9 of the key schedule; published RC4 ends in 5b.
-  EXPECT_EQ(Hex(Encrypt("Plaintext", "aag")), "c3bdce87655fe45beb");
+  EXPECT_EQ(Encrypt("Plaintext", "aag"), "\xc3\xbd\xce\x87\x65\x5f\xe4\x5b\xeb");
 }
 
 TEST(RC4, EveryCallStartsTheStreamAnew) {
@@ -44,19 +34,6 @@ TEST(RC4, EveryCallStartsTheStreamAnew) {
   EXPECT_NE(first, std::string("\0same\0bytes", 11));
   rc4.Decrypt(first.data(), 11, "k3y");
   EXPECT_EQ(first, std::string("\0same\0bytes", 11));
-}
-
-TEST(RC4, CopiesAndResetsLeaveTheStreamAlone) {
-  LqRC4 a;
-  a.Encrypt(nullptr, 0, "first");
-  LqRC4 b(a);
-  b = a;
-  b.Reset();
-  EXPECT_EQ(Encrypt("Plaintext", "Key"), [&] {
-    std::string data = "Plaintext";
-    b.Encrypt(data.data(), 9, "Key");
-    return data;
-  }());
 }
 
 TEST(RC4, NothingToEncipherOrNoKeyLeavesTheData) {
