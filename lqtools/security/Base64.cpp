@@ -3,6 +3,8 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <functional>
+#include <vector>
 
 #include "lqtools/text/detail/WideRuntime.h"
 
@@ -42,6 +44,15 @@ template <typename T, typename Traits>
 void Encode(LqBasicString<T, Traits>& out, const void* data, int size, const T* alphabet) {
   if (size < 1 || !data || size > kLargestBlock) {
     out.Prepare(0, true);
+    return;
+  }
+  // Bytes taken from `out` itself would be freed by Prepare: encode a copy of them.
+  const auto* own = reinterpret_cast<const unsigned char*>(static_cast<const T*>(out));
+  const std::less<const void*> before;
+  if (!before(data, own) && before(data, own + (out.Length() + 1) * sizeof(T))) {
+    const std::vector<unsigned char> copy(static_cast<const unsigned char*>(data),
+                                          static_cast<const unsigned char*>(data) + size);
+    Encode(out, copy.data(), size, alphabet);
     return;
   }
   // The buffer starts with room for size * 4 / 3 characters and grows for the padded tail.

@@ -64,6 +64,12 @@ TEST(Base64, NothingToEncodeGivesAnEmptyText) {
   EXPECT_EQ(wide.Length(), 0);
 }
 
+TEST(Base64, EncodesTheTextOfItsOwnOutput) {
+  LqString text("Man");
+  EncodeBase64(text, static_cast<const char*>(text) + 1, 2);
+  EXPECT_STREQ(text, "YW4=");
+}
+
 TEST(Base64, NarrowDecoderRefusesBadCharactersAndKeepsWhatItWrote) {
   for (const char* bad : {"TW E=", "TWFu\nTWFu", "TWFu-A==", "TWFu\x80\x41=="}) {
     SCOPED_TRACE(bad);
