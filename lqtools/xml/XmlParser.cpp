@@ -17,7 +17,7 @@ namespace {
 // Elements nested deeper than this are refused, and the parse fails. Every operation on a tree
 // recurses once per level, so the limit keeps parsing, writing, copying and destroying any tree
 // that Parse built well inside a default 8 MB thread stack, sanitizers included.
-constexpr int kMaxDepth = 10000;
+constexpr int kMaxDepth = 2000;
 
 // Text runs of more bytes than this are decoded with the large growth block.
 constexpr std::size_t kLargeRun = 4095;
