@@ -9,86 +9,63 @@
 
 namespace {
 
-const char* const kInvalid = "invalid";
-
-std::string Describe(const LqDateTime& v) { return v.Valid() ? FieldsOf(v) : kInvalid; }
+struct TextCase {
+  const char* text;
+  const char* fields;
+};
 
 TEST(DateTimeText, TextConstructorTriesTheOldFormThenIso) {
-  struct Case {
-    const char16_t* text;
-    const char* fields;
-  } cases[] = {
-      {u"31/12/2020 23:59:58", "2020-12-31 23:59:58.000000"},
-      {u"2020-12-31T23:59:58Z", "2020-12-31 23:59:58.000000"},
-      {u"2020-12-31T23:59:58.123Z", "2020-12-31 23:59:58.000000"},
-      {u"2020-12-31T23:59:58Zjunk", "2020-12-31 23:59:58.000000"},
-      {u"31/12/2020 23:59:58.5", "2020-12-31 23:59:58.000000"},
-      {u"31/02/2020 00:00:00", "2020-03-02 00:00:00.000000"},  // rolled, and then valid
-      {u"1/1/2000 0:0:", "2000-01-01 00:00:00.000000"},
-      {u"2020-12-31T23:59:58", kInvalid},
-      {u"2020-12-31T23:59:58+01:00", kInvalid},
-      {u"2020-12-31", kInvalid},
-      {u"", kInvalid},
-      {u"ab/cd/efgh ij:kl:mn", kInvalid},
-      {u"29/02/2100 00:00:00", kInvalid},  // stored, but no valid date, and no ISO text
-      {u"1e999/nan/inf -inf:0x10:1e-999", kInvalid},
-  };
-  for (const Case& c : cases)
-    EXPECT_EQ(Describe(LqDateTime(std::u16string(c.text))), c.fields) << Narrow(c.text);
+  const TextCase cases[] = {{"31/12/2020 23:59:58", "2020-12-31 23:59:58.000000"},
+                            {"2020-12-31T23:59:58Z", "2020-12-31 23:59:58.000000"},
+                            {"2020-12-31T23:59:58.123Zjunk", "2020-12-31 23:59:58.000000"},
+                            {"31/12/2020 23:59:58.5", "2020-12-31 23:59:58.000000"},
+                            {"31/02/2020 00:00:00", "2020-03-02 00:00:00.000000"},
+                            {"2020-12-31T23:59:58", "invalid"},
+                            {"2020-12-31T23:59:58+01:00", "invalid"},
+                            {"2020-12-31", "invalid"},
+                            {"", "invalid"},
+                            {"29/02/2100 00:00:00", "invalid"},
+                            {"1e999/nan/inf -inf:0x10:1e-999", "invalid"}};
+  for (const TextCase& c : cases)
+    EXPECT_EQ(FieldsOf(LqDateTime(Widen(c.text))), c.fields) << c.text;
 }
 
 TEST(DateTimeText, FixedPlaceSetDateTimeReadsTimeFieldsAfterColons) {
-  struct Case {
-    const char16_t* text;
+  const struct {
+    TextCase c;
     int format;
-    const char* fields;
-  } cases[] = {
-      {u"2020-12-31 23:59:58", 0, "2020-12-31 23:59:58.000000"},
-      {u"31-12-2020 23:59:58", 1, "2020-12-31 23:59:58.000000"},
-      {u"2020/12/31T23:59:58", 2, "2020-12-31 23:59:58.000000"},
-      {u"2020-12-31 12:34:56:789:012", 0, "2020-12-31 12:34:56.789012"},
-      {u"2020-12-31 12:34:56.789", 0, "2020-12-31 12:34:56.000000"},
-      {u"2020-12-31 12:34:56:7", 0, "2020-12-31 12:34:56.007000"},
-      {u"2020-12-31 12:34:56:", 0, "2020-12-31 12:34:56.000000"},
-      {u"2020-12-31X12:34:56", 0, "2020-12-31 00:00:00.000000"},  // no divider: midnight
-      {u"2020-12-31 23:59:58", 3, kInvalid},
-      {u"2020-12-31 23:59:58", -1, kInvalid},
-  };
-  for (const Case& c : cases) {
+  } cases[] = {{{"2020-12-31 23:59:58", "2020-12-31 23:59:58.000000"}, 0},
+               {{"31-12-2020 23:59:58", "2020-12-31 23:59:58.000000"}, 1},
+               {{"2020/12/31T23:59:58", "2020-12-31 23:59:58.000000"}, 2},
+               {{"2020-12-31 12:34:56:789:012", "2020-12-31 12:34:56.789012"}, 0},
+               {{"2020-12-31 12:34:56.789", "2020-12-31 12:34:56.000000"}, 0},
+               {{"2020-12-31 12:34:56:7", "2020-12-31 12:34:56.007000"}, 0},
+               {{"2020-12-31X12:34:56", "2020-12-31 00:00:00.000000"}, 0},
+               {{"2020-12-31 23:59:58", "invalid"}, 3}};
+  for (const auto& c : cases) {
     LqDateTime v(2001, 1, 1, 0, 0, 0, 0, 0);
-    v.SetDateTime(c.text, c.format, u'-');
-    EXPECT_EQ(Describe(v), c.fields) << Narrow(c.text) << " " << c.format;
+    v.SetDateTime(Widen(c.c.text).c_str(), c.format, u'-');
+    EXPECT_EQ(FieldsOf(v), c.c.fields) << c.c.text << " " << c.format;
   }
   const LqDateTime before(2001, 2, 3, 4, 5, 6, 7, 8);
   LqDateTime v = before;
   v.SetDateTime(u"2020-12-31 23:59:5", 0, 0);
-  EXPECT_EQ(v, before);
   v.SetDateTime(nullptr, 0, 0);
   EXPECT_EQ(v, before);
 }
 
 TEST(DateTimeText, GetDateTimeFormatsAndRoundTrips) {
   const LqDateTime v(2020, 12, 31, 23, 59, 58, 123, 456);
-  struct Case {
-    int format;
-    bool fraction;
-    const char16_t* text;
-  } cases[] = {
-      {0, false, u"12/31/2020 23:59:58"}, {1, false, u"31/12/2020 23:59:58"},
-      {2, false, u"2020/12/31T23:59:58"}, {1, true, u"31/12/2020 23:59:58:123:456"},
-      {7, true, u"23:59:58:123:456"},
-  };
-  for (const Case& c : cases) {
-    const LqWString text = v.GetDateTime(c.format, c.fraction, u"/", u":");
-    EXPECT_EQ(Narrow(static_cast<const char16_t*>(text)), Narrow(c.text));
-  }
+  EXPECT_EQ(Narrow(v.GetDateTime(0, false, u"/", u":")), "12/31/2020 23:59:58");
+  EXPECT_EQ(Narrow(v.GetDateTime(1, true, u"/", u"-")), "31/12/2020 23-59-58-123-456");
+  EXPECT_EQ(Narrow(v.GetDateTime(2, false, u".", u":")), "2020.12.31T23:59:58");
+  EXPECT_EQ(Narrow(v.GetDateTime(7, false, u"/", u":")), "23:59:58");
+  EXPECT_EQ(Narrow(v.GetDateTime(1, false, nullptr, nullptr)), "31122020 235958");
   for (int format : {1, 2}) {
     LqDateTime back;
     back.SetDateTime(v.GetDateTime(format, true, u"-", u":"), format, 0);
     EXPECT_EQ(back, v) << format;
   }
-  EXPECT_EQ(Narrow(static_cast<const char16_t*>(v.GetDateTime(1, false, nullptr, nullptr))),
-            "31122020 235958");
 }
 
 TEST(DateTimeText, IsoAndPlainWriters) {
@@ -100,7 +77,6 @@ TEST(DateTimeText, IsoAndPlainWriters) {
   EXPECT_EQ(v.ToPlainStringReverseDate(), "31122020235958");
   EXPECT_EQ(LqDateTime(v.ToCompleteWString()), LqDateTime(2020, 12, 31, 23, 59, 58, 0, 0));
   EXPECT_EQ(LqDateTime().ToString(), "2135-02-06T06:28:15Z");
-  EXPECT_EQ(LqDateTime().ToPlainStringReverseDate(), "06022135062815");
   EXPECT_THROW(LqDateTime().ToCompleteString(), std::exception);
   EXPECT_THROW(LqDateTime().ToCompleteWString(), std::exception);
 }
@@ -109,16 +85,13 @@ TEST(DateTimeText, DateTime2StringTwinsChooseDifferently) {
   struct Case {
     int ms, us;
     bool forceMs, forceUs;
-    const char* narrow;
-    const char* wide;
-  } cases[] = {
-      {0, 0, false, false, "31122020235958", "31122020235958"},
-      {250, 0, false, false, "31122020235958250", "31122020235958"},
-      {0, 1, false, false, "31122020235958000001", "31122020235958"},
-      {0, 0, true, false, "31122020235958000", "31122020235958000"},
-      {0, 0, false, true, "31122020235958000000", "31122020235958000000"},
-      {250, 1, true, false, "31122020235958250001", "31122020235958250"},
-  };
+    const char *narrow, *wide;
+  } cases[] = {{0, 0, false, false, "31122020235958", "31122020235958"},
+               {250, 0, false, false, "31122020235958250", "31122020235958"},
+               {0, 1, false, false, "31122020235958000001", "31122020235958"},
+               {0, 0, true, false, "31122020235958000", "31122020235958000"},
+               {0, 0, false, true, "31122020235958000000", "31122020235958000000"},
+               {250, 1, true, false, "31122020235958250001", "31122020235958250"}};
   for (const Case& c : cases) {
     const LqDateTime v(2020, 12, 31, 23, 59, 58, c.ms, c.us);
     LqString narrow("stale");
@@ -126,105 +99,80 @@ TEST(DateTimeText, DateTime2StringTwinsChooseDifferently) {
     EXPECT_TRUE(DateTime2String(narrow, v, c.forceMs, c.forceUs));
     EXPECT_TRUE(DateTime2String(wide, v, c.forceMs, c.forceUs));
     EXPECT_STREQ(narrow, c.narrow);
-    EXPECT_EQ(Narrow(static_cast<const char16_t*>(wide)), c.wide);
+    EXPECT_EQ(Narrow(wide), c.wide);
     EXPECT_EQ(narrow.Flags() & 33u, static_cast<uint32_t>(LqString::GrowSmallBlock));
   }
   LqString narrow("stale");
   LqWString wide(u"stale");
-  EXPECT_FALSE(DateTime2String(narrow, LqDateTime(), true, true));
-  EXPECT_FALSE(DateTime2String(wide, LqDateTime(), true, true));
-  EXPECT_TRUE(narrow.IsEmpty());
-  EXPECT_TRUE(wide.IsEmpty());
+  EXPECT_FALSE(DateTime2String(narrow, LqDateTime(), true, true) ||
+               DateTime2String(wide, LqDateTime(), true, true));
+  EXPECT_TRUE(narrow.IsEmpty() && wide.IsEmpty());
 }
 
 TEST(DateTimeText, String2DateTimeIsStrict) {
-  struct Case {
-    const char* text;
-    const char* fields;
-  } cases[] = {
-      {"31122020235958", "2020-12-31 23:59:58.000000"},
-      {"31122020235958123", "2020-12-31 23:59:58.123000"},
-      {"29022100000000", "2100-02-29 00:00:00.000000"},  // the value's own leap rule
-      {"29022101000000", kInvalid},
-      {"31122020235958123456", kInvalid},
-      {"311220202359581", kInvalid},
-      {"", kInvalid},
-      {"31042020000000", kInvalid},
-      {"01011998000000", kInvalid},
-      {"01012020240000", kInvalid},
-      {"01012020006000", kInvalid},
-      {"01012020000060", kInvalid},
-      {"01012020000000:00", kInvalid},                   // ':' - '0' is 10
-      {"010120200/0000", "2019-12-31 23:00:00.000000"},  // kept: '/' gives hour -1
-  };
-  for (const Case& c : cases) {
+  const TextCase cases[] = {{"31122020235958", "2020-12-31 23:59:58.000000"},
+                            {"31122020235958123", "2020-12-31 23:59:58.123000"},
+                            {"29022100000000", "2100-02-29 00:00:00.000000"},
+                            {"29022101000000", "invalid"},
+                            {"31122020235958123456", "invalid"},
+                            {"311220202359581", "invalid"},
+                            {"", "invalid"},
+                            {"01011998000000", "invalid"},
+                            {"01012020240000", "invalid"},
+                            {"01012020000000:00", "invalid"},                   // ':' - '0' is 10
+                            {"010120200/0000", "2019-12-31 23:00:00.000000"}};  // kept: hour -1
+  for (const TextCase& c : cases) {
     LqDateTime narrow(2001, 1, 1, 0, 0, 0, 0, 0), wide = narrow;
-    const std::u16string wideText(c.text, c.text + std::char_traits<char>::length(c.text));
-    EXPECT_EQ(String2DateTime(narrow, c.text), c.fields != kInvalid) << c.text;
-    EXPECT_EQ(String2DateTime(wide, wideText.c_str()), c.fields != kInvalid) << c.text;
-    EXPECT_EQ(Describe(narrow), c.fields) << c.text;
+    const bool valid = std::string(c.fields) != "invalid";
+    EXPECT_EQ(String2DateTime(narrow, c.text), valid) << c.text;
+    EXPECT_EQ(String2DateTime(wide, Widen(c.text).c_str()), valid) << c.text;
+    EXPECT_EQ(FieldsOf(narrow), c.fields) << c.text;
     EXPECT_EQ(wide, narrow) << c.text;
   }
   LqDateTime v(2001, 1, 1, 0, 0, 0, 0, 0);
-  EXPECT_FALSE(String2DateTime(v, static_cast<const char*>(nullptr)));
-  EXPECT_FALSE(v.Valid());
+  EXPECT_FALSE(String2DateTime(v, static_cast<const char*>(nullptr)) || v.Valid());
 }
 
 TEST(DateTimeText, ParseDateTimeFillsWhatIsMissing) {
-  struct Case {
-    const char* text;
+  const struct {
+    TextCase c;
     bool end;
-    const char* fields;
-  } cases[] = {
-      {"31122020", true, "2020-12-31 23:59:59.000000"},
-      {"31122020", false, "2020-12-31 00:00:00.000000"},
-      {"3112202012", true, "2020-12-31 12:59:59.000000"},
-      {"311220201234567", false, "2020-12-31 12:34:56.007000"},
-      {"31122020123456789123", false, "2020-12-31 12:34:56.789000"},
-      {"3112202012345", false, "2020-12-31 12:34:05.000000"},
-      {"31022020", false, "2020-03-02 00:00:00.000000"},
-      {"3112", false, kInvalid},
-      {"", true, kInvalid},
-      {"xx122020", false, kInvalid},
-  };
-  for (const Case& c : cases) {
+  } cases[] = {{{"31122020", "2020-12-31 23:59:59.000000"}, true},
+               {{"31122020", "2020-12-31 00:00:00.000000"}, false},
+               {{"3112202012", "2020-12-31 12:59:59.000000"}, true},
+               {{"311220201234567", "2020-12-31 12:34:56.007000"}, false},
+               {{"31122020123456789123", "2020-12-31 12:34:56.789000"}, false},
+               {{"3112", "invalid"}, false},
+               {{"", "invalid"}, true}};
+  for (const auto& c : cases) {
     LqDateTime narrow, wide;
-    const std::u16string wideText(c.text, c.text + std::char_traits<char>::length(c.text));
-    ParseDateTime(LqString(c.text), narrow, c.end);
-    ParseDateTime(LqWString(wideText.c_str()), wide, c.end);
-    EXPECT_EQ(Describe(narrow), c.fields) << c.text;
-    EXPECT_EQ(Describe(wide), c.fields) << c.text;
+    ParseDateTime(LqString(c.c.text), narrow, c.end);
+    ParseDateTime(LqWString(Widen(c.c.text).c_str()), wide, c.end);
+    EXPECT_EQ(FieldsOf(narrow), c.c.fields) << c.c.text;
+    EXPECT_EQ(FieldsOf(wide), c.c.fields) << c.c.text;
   }
 }
 
 TEST(DateTimeText, Rfc822HeaderDate) {
   const LqDateTime v(2020, 12, 31, 23, 59, 58, 0, 0);
-  EXPECT_EQ(Narrow(static_cast<const char16_t*>(DateTime2RFC822(v, false))),
-            "Thu 31 Dec 20 23:59:58 GMT");
-  EXPECT_EQ(Narrow(static_cast<const char16_t*>(DateTime2RFC822(v, true))),
-            "Thu 31 Dec 2020 23:59:58 GMT");
-  EXPECT_EQ(Narrow(static_cast<const char16_t*>(
-                DateTime2RFC822(LqDateTime(2005, 3, 6, 1, 2, 3, 0, 0), false))),
-            "Sun 06 Mar 05 01:02:03 GMT");
+  EXPECT_EQ(Narrow(DateTime2RFC822(v, false)), "Thu 31 Dec 20 23:59:58 GMT");
+  EXPECT_EQ(Narrow(DateTime2RFC822(v, true)), "Thu 31 Dec 2020 23:59:58 GMT");
   // From 2067 on the weekday can leave 1 to 7; the day name is then empty.
-  EXPECT_EQ(Narrow(static_cast<const char16_t*>(
-                DateTime2RFC822(LqDateTime(2100, 1, 1, 0, 0, 0, 0, 0), true))),
+  EXPECT_EQ(Narrow(DateTime2RFC822(LqDateTime(2100, 1, 1, 0, 0, 0, 0, 0), true)),
             " 01 Jan 2100 00:00:00 GMT");
 }
 
-// Random texts of every length through every reader: the sanitizers watch for reads past the
-// text, the readers end in one of their documented results.
+// Random texts through every reader: the sanitizers watch for reads past the text.
 TEST(DateTimeText, ReadersTakeAnyText) {
   std::mt19937 random(1999);
   const char16_t alphabet[] = u"0123456789/:-TZ .e+xn";
   for (int round = 0; round < 20000; ++round) {
     std::u16string text(random() % 32, u'0');
     for (char16_t& c : text)
-      c = random() % 8 == 0 ? static_cast<char16_t>(random() % 0x10000)
-                            : alphabet[random() % (sizeof alphabet / 2 - 1)];
-    std::string narrow(text.begin(), text.end());
+      c = random() % 8 == 0 ? static_cast<char16_t>(random()) : alphabet[random() % 21];
+    const std::string narrow(text.begin(), text.end());
     const LqDateTime parsed(text);
-    EXPECT_TRUE(!parsed.Valid() || parsed.Year() >= 1999);
+    EXPECT_TRUE(!parsed.Valid() || parsed.isValidDate());
     LqDateTime v(2001, 1, 1, 0, 0, 0, 0, 0);
     for (int format = -1; format <= 3; ++format)
       v.SetDateTime(text.c_str(), format, 0);

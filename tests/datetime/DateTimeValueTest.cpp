@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 #include <lqtools/datetime/LqDateTime.h>
-#include <lqtools/datetime/detail/OleDate.h>
 
 #include <cmath>
 #include <cstdint>
@@ -11,129 +10,95 @@
 
 namespace {
 
-constexpr uint32_t kUnixOffset = 915148800u;
-
-// Walks day by day with the value's own rule (every fourth year a leap year) and checks that
-// fields and seconds agree both ways, and that toDouble (the Gregorian timegm of the fields)
-// matches the value's own count up to 2100-02-29 and is one day behind from 2100-03-01 on.
-TEST(DateTimeCalendar, EveryDayAgreesWithTheFourYearRuleAndDepartsFromGregorianIn2100) {
+// Walks every day with the value's own rule (every fourth year a leap year): fields and seconds
+// agree both ways, and toDouble (timegm of the fields, Gregorian) matches the value's own count
+// up to 2100-02-29 and is one day behind from 2100-03-01 on.
+TEST(DateTimeCalendar, EveryDayFollowsTheFourYearRuleAndDepartsFromGregorianIn2100) {
   static const int kLengths[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
   int year = 1999, month = 1, day = 1;
   for (uint32_t n = 0; n <= 0xFFFFFFFEu / 86400u; ++n) {
     const LqDateTime v(year, month, day, 0, 0, 0, 0, 0);
     ASSERT_EQ(v.Seconds(), n * 86400u) << year << "-" << month << "-" << day;
-    ASSERT_EQ(v.Year(), year);
-    ASSERT_EQ(v.Month(), month);
-    ASSERT_EQ(v.Day(), day);
+    ASSERT_EQ(v.Year() * 10000 + v.Month() * 100 + v.Day(), year * 10000 + month * 100 + day);
     const bool afterLeapDay2100 = year > 2100 || (year == 2100 && month > 2);
-    ASSERT_EQ(v.toDouble() - (static_cast<double>(n) * 86400 + kUnixOffset),
-              afterLeapDay2100 ? -86400.0 : 0.0);
-    const int length = month == 2 && year % 4 == 0 ? 29 : kLengths[month - 1];
-    if (++day > length) {
+    ASSERT_EQ(v.toDouble() - (n * 86400.0 + 915148800), afterLeapDay2100 ? -86400.0 : 0.0);
+    if (++day > (month == 2 && year % 4 == 0 ? 29 : kLengths[month - 1])) {
       day = 1;
-      if (++month > 12) {
-        month = 1;
-        ++year;
-      }
+      if (++month > 12) month = 1, ++year;
     }
   }
-  EXPECT_EQ(FieldsOf(LqDateTime(2100, 2, 29, 0, 0, 0, 0, 0)), "2100-02-29 00:00:00.000000");
   EXPECT_FALSE(LqDateTime(2100, 2, 29, 0, 0, 0, 0, 0).isValidDate());
-  EXPECT_EQ(LqDateTime(2100, 3, 1, 0, 0, 0, 0, 0) - LqDateTime(2100, 2, 29, 0, 0, 0, 0, 0),
-            LqDateTimeSpan(1, 0, 0, 0, 0, 0));
+  EXPECT_EQ(LqDateTime(2000, 2, 29, 0, 0, 0, 0, 0).Seconds(), 36633600u);
 }
 
-TEST(DateTimeValue, SetDateTimeRangesAndRolling) {
+TEST(DateTimeValue, SetDateTimeRangesRollingAndFloorMicroseconds) {
   struct Case {
     int y, mo, d, h, mi, s, ms, us;
-    const char* fields;  // null: invalid
-  } cases[] = {
-      {1999, 1, 1, 0, 0, 0, 0, 0, "1999-01-01 00:00:00.000000"},
-      {1998, 12, 31, 0, 0, 0, 0, 0, nullptr},
-      {2136, 1, 1, 0, 0, 0, 0, 0, nullptr},
-      {2020, 0, 1, 0, 0, 0, 0, 0, nullptr},
-      {2020, 13, 1, 0, 0, 0, 0, 0, nullptr},
-      {2020, 1, 0, 0, 0, 0, 0, 0, nullptr},
-      {2020, 1, 32, 0, 0, 0, 0, 0, nullptr},
-      {2001, 2, 31, 0, 0, 0, 0, 0, "2001-03-03 00:00:00.000000"},
-      {2000, 2, 31, 0, 0, 0, 0, 0, "2000-03-02 00:00:00.000000"},
-      {2020, 1, 1, 25, 0, 0, 0, 0, "2020-01-02 01:00:00.000000"},
-      {2020, 1, 1, 0, -1, 0, 0, 0, "2019-12-31 23:59:00.000000"},
-      {2135, 12, 31, 0, 0, 0, 0, 0, "1999-11-24 17:31:44.000000"},
-      {2020, 1, 1, 0, 0, 0, 0, -1, "2019-12-31 23:59:59.999999"},
-      {2020, 1, 1, 0, 0, 0, 1500, 0, "2020-01-01 00:00:01.500000"},
-      {2020, 1, 1, 0, 0, 0, -1000, 0, "2019-12-31 23:59:59.000000"},
-      {2020, 1, 1, 0, 0, 0, 0, 2500000, "2020-01-01 00:00:02.500000"},
-      {2020, 1, 1, 0, 0, 0, 0, INT32_MIN, "2019-12-31 23:24:12.516352"},
-      {2020, 1, 1, INT32_MAX, INT32_MAX, INT32_MAX, INT32_MAX, INT32_MAX,
-       "2088-01-19 02:48:54.482647"},
-  };
-  for (const Case& c : cases) {
-    const LqDateTime v(c.y, c.mo, c.d, c.h, c.mi, c.s, c.ms, c.us);
-    if (c.fields) {
-      EXPECT_TRUE(v.Valid());
-      EXPECT_EQ(FieldsOf(v), c.fields) << c.y << "-" << c.mo << "-" << c.d;
-    } else {
-      EXPECT_FALSE(v.Valid()) << c.y << "-" << c.mo << "-" << c.d;
-    }
-  }
+    const char* fields;
+  } cases[] = {{1999, 1, 1, 0, 0, 0, 0, 0, "1999-01-01 00:00:00.000000"},
+               {2001, 2, 31, 0, 0, 0, 0, 0, "2001-03-03 00:00:00.000000"},
+               {2000, 2, 31, 0, 0, 0, 0, 0, "2000-03-02 00:00:00.000000"},
+               {2020, 1, 1, 25, 0, 0, 0, 0, "2020-01-02 01:00:00.000000"},
+               {2020, 1, 1, 0, -1, 0, 0, 0, "2019-12-31 23:59:00.000000"},
+               {2135, 12, 31, 0, 0, 0, 0, 0, "1999-11-24 17:31:44.000000"},
+               {2020, 1, 1, 0, 0, 0, 0, -1, "2019-12-31 23:59:59.999999"},
+               {2020, 1, 1, 0, 0, 0, 1500, 0, "2020-01-01 00:00:01.500000"},
+               {2020, 1, 1, 0, 0, 0, -1000, 0, "2019-12-31 23:59:59.000000"},
+               {2020, 1, 1, 0, 0, 0, 0, 2500000, "2020-01-01 00:00:02.500000"},
+               {2020, 1, 1, 0, 0, 0, 0, INT32_MIN, "2019-12-31 23:24:12.516352"},
+               {2020, 1, 1, INT32_MAX, INT32_MAX, INT32_MAX, INT32_MAX, INT32_MAX,
+                "2088-01-19 02:48:54.482647"}};
+  for (const Case& c : cases)
+    EXPECT_EQ(FieldsOf(LqDateTime(c.y, c.mo, c.d, c.h, c.mi, c.s, c.ms, c.us)), c.fields)
+        << c.y << "-" << c.mo << "-" << c.d;
+  const int invalid[][3] = {{1998, 12, 31}, {2136, 1, 1}, {2020, 0, 1},
+                            {2020, 13, 1},  {2020, 1, 0}, {2020, 1, 32}};
+  for (const auto& d : invalid)
+    EXPECT_FALSE(LqDateTime(d[0], d[1], d[2], 0, 0, 0, 0, 0).Valid())
+        << d[0] << "-" << d[1] << "-" << d[2];
+  LqDateTime t(2020, 5, 6, 7, 8, 9, 0, 0);
+  t.SetTime(10, 11, 12, 0, 0);
+  EXPECT_EQ(FieldsOf(t), "1999-01-01 10:11:12.000000");
 }
 
 TEST(DateTimeValue, InvalidStateReadsAsLateIn2135AndKeepsItsMicroseconds) {
   LqDateTime v(2020, 5, 6, 7, 8, 9, 10, 11);
   v.Invalidate();
   EXPECT_FALSE(v.Valid());
-  EXPECT_FALSE(v.isValidDate());
-  EXPECT_EQ(FieldsOf(v), "2135-02-06 06:28:15.010011");
-  EXPECT_FALSE(LqDateTime().Valid());
+  EXPECT_EQ(v.Year() * 10000 + v.Month() * 100 + v.Day(), 21350206);
+  EXPECT_EQ(v.Hour() * 10000 + v.Minute() * 100 + v.Second(), 62815);
+  EXPECT_EQ(v.USecondInS(), 10011);
   EXPECT_EQ(LqDateTime().USecondInS(), 0);
   EXPECT_NE(v, LqDateTime());
   v.SetDateTime(1900, 1, 1, 0, 0, 0, 0, 0);
   EXPECT_EQ(v.USecondInS(), 10011);
-}
-
-TEST(DateTimeValue, AccessorsAndEpochSeconds) {
-  const LqDateTime v(2000, 2, 29, 13, 14, 15, 678, 901);
-  EXPECT_EQ(LqDateTime(2000, 2, 29, 0, 0, 0, 0, 0).Seconds(), 36633600u);
-  EXPECT_EQ(v.MSecond(), 678);
-  EXPECT_EQ(v.USecond(), 901);
-  EXPECT_EQ(v.USecondInS(), 678901);
   EXPECT_EQ(LqDateTime(1999, 1, 1, 0, 0, 0, 0, 0).EpochSeconds(), 915148800);
-  EXPECT_EQ(LqDateTime(2038, 1, 19, 3, 14, 7, 0, 0).EpochSeconds(), INT32_MAX);
   EXPECT_EQ(LqDateTime(2038, 1, 19, 3, 14, 8, 0, 0).EpochSeconds(), INT32_MIN);
-  LqDateTime t(2020, 5, 6, 7, 8, 9, 0, 0);
-  t.SetTime(10, 11, 12, 0, 0);
-  EXPECT_EQ(FieldsOf(t), "1999-01-01 10:11:12.000000");
-  t.SetDate(2024, 2, 29);
-  EXPECT_EQ(FieldsOf(t), "2024-02-29 00:00:00.000000");
 }
 
 TEST(DateTimeCalendar, ValidityIsGregorianWithItsOwnYearRange) {
-  const LqDateTime v;
-  EXPECT_TRUE(v.isValidDate(1, 1, 1971, 0, 0, 0));
-  EXPECT_FALSE(v.isValidDate(31, 12, 1970, 23, 59, 59));
-  EXPECT_TRUE(v.isValidDate(31, 12, 9999, 23, 59, 59));
-  EXPECT_FALSE(v.isValidDate(1, 1, 10000, 0, 0, 0));
-  EXPECT_FALSE(v.isValidDate(1, 1, 2020, 0, 0, 60));
-  EXPECT_FALSE(v.isValidDate(1, 1, 2020, 0, 60, 0));
-  EXPECT_FALSE(v.isValidDate(1, 1, 2020, 24, 0, 0));
-  EXPECT_FALSE(v.isValidDate(1, 1, 2020, -1, 0, 0));
-  EXPECT_FALSE(v.isValidDate(31, 4, 2020, 0, 0, 0));
-  EXPECT_TRUE(v.isValidDate(29, 2, 2000, 0, 0, 0));
-  EXPECT_FALSE(v.isValidDate(29, 2, 2100, 0, 0, 0));
-  EXPECT_FALSE(v.isValidDate(30, 2, 2024, 0, 0, 0));
+  struct Case {
+    int d, mo, y, h, mi, s;
+    bool valid;
+  } cases[] = {{1, 1, 1971, 0, 0, 0, true},      {31, 12, 1970, 23, 59, 59, false},
+               {31, 12, 9999, 23, 59, 59, true}, {1, 1, 10000, 0, 0, 0, false},
+               {1, 1, 2020, 0, 0, 60, false},    {1, 1, 2020, 0, 60, 0, false},
+               {1, 1, 2020, 24, 0, 0, false},    {1, 1, 2020, -1, 0, 0, false},
+               {31, 4, 2020, 0, 0, 0, false},    {29, 2, 2000, 0, 0, 0, true},
+               {29, 2, 2100, 0, 0, 0, false},    {30, 2, 2024, 0, 0, 0, false}};
+  for (const Case& c : cases)
+    EXPECT_EQ(LqDateTime().isValidDate(c.d, c.mo, c.y, c.h, c.mi, c.s), c.valid)
+        << c.d << "." << c.mo << "." << c.y;
   EXPECT_EQ(LqDateTime::DaysInMonth(2, 2100), 29);
   EXPECT_EQ(LqDateTime::DaysInMonth(2, 2019), 28);
-  EXPECT_EQ(LqDateTime::DaysInMonth(4, 2019), 30);
-  EXPECT_EQ(LqDateTime(2024, 2, 10, 0, 0, 0, 0, 0).DaysInMonth(), 29);
+  EXPECT_EQ(LqDateTime(2024, 4, 10, 0, 0, 0, 0, 0).DaysInMonth(), 30);
 }
 
-// Weekdays and ISO weeks against the C library for every day whose day count is positive and
-// whose calendar is still Gregorian.
+// Weekdays and weeks against the C library for every day whose day count is positive.
 TEST(DateTimeCalendar, WeekdaysAndIsoWeeksAgreeWithTheCLibrary) {
   for (LqDateTime v(1999, 1, 4, 12, 0, 0, 0, 0); v.Year() < 2067;
        v += LqDateTimeSpan(1, 0, 0, 0, 0, 0)) {
-    const long long t = static_cast<long long>(v.toDouble());
+    const auto t = static_cast<long long>(v.toDouble());
     tm fields{};
     ASSERT_NE(xgmtime(&t, &fields), nullptr);
     char week[4];
@@ -144,23 +109,12 @@ TEST(DateTimeCalendar, WeekdaysAndIsoWeeksAgreeWithTheCLibrary) {
     ASSERT_EQ(v.WeekOfYear(), fields.tm_yday / 7 + 1);
     ASSERT_EQ(v.WeekOfYearISO8601(), std::atoi(week)) << FieldsOf(v);
   }
-  EXPECT_EQ(LqDateTime(2021, 1, 3, 0, 0, 0, 0, 0).WeekOfYearISO8601(), 53);
-  EXPECT_EQ(LqDateTime(2021, 1, 4, 0, 0, 0, 0, 0).WeekOfYearISO8601(), 1);
-  EXPECT_EQ(LqDateTime(2020, 12, 31, 0, 0, 0, 0, 0).WeekOfYearISO8601(), 53);
-  // Kept behaviour: the first days of 1999 ask the invalid 1998-12-31.
+  // Kept: the first days of 1999 ask the invalid 1998-12-31; from 2067 the weekday turns.
   for (int day = 1; day <= 3; ++day)
     EXPECT_EQ(LqDateTime(1999, 1, day, 0, 0, 0, 0, 0).WeekOfYearISO8601(), 5);
-  EXPECT_EQ(LqDateTime().WeekOfYearISO8601(), 5);
-}
-
-TEST(DateTimeCalendar, WeekdayTurnsNegativeFrom2067) {
-  EXPECT_EQ(LqDateTime(2067, 1, 19, 3, 14, 7, 0, 0).DayOfWeek(), 4);  // a Wednesday
-  for (LqDateTime v(2067, 1, 19, 3, 14, 8, 0, 0); v.Valid() && v.Year() < 2135;
-       v += LqDateTimeSpan(3, 0, 0, 0, 0, 0)) {
-    ASSERT_GE(v.DayOfWeek(), -5);
-    ASSERT_LE(v.DayOfWeek(), 6);
-  }
+  EXPECT_EQ(LqDateTime(2067, 1, 19, 3, 14, 7, 0, 0).DayOfWeek(), 4);
   EXPECT_EQ(LqDateTime(2067, 1, 19, 3, 14, 8, 0, 0).DayOfWeek(), 1);
+  EXPECT_EQ(LqDateTime(2067, 1, 21, 0, 0, 0, 0, 0).DayOfWeek(), -4);
 }
 
 TEST(DateTimeConversion, DoubleRuleTellsUnixSecondsFromOleDates) {
@@ -168,65 +122,43 @@ TEST(DateTimeConversion, DoubleRuleTellsUnixSecondsFromOleDates) {
   const double inf = std::numeric_limits<double>::infinity();
   struct Case {
     double value;
-    const char* fields;  // null: invalid
-  } cases[] = {
-      {36526.5, "2000-01-01 12:00:00.000000"},
-      {946684800.25, "2000-01-01 00:00:00.250000"},
-      {1577836800.5, "2020-01-01 00:00:00.500000"},
-      {946684799.0, nullptr},  // Unix seconds of 1999, read as an OLE date
-      {36161.0, "1999-01-01 00:00:00.000000"},
-      {36160.0, nullptr},  // 1998-12-31
-      {-1.0, nullptr},
-      {nan, nullptr},
-      {inf, nullptr},
-      {-inf, nullptr},
-      {1e300, nullptr},
-      {32535215999.0, nullptr},  // 3000-12-31: gmtime takes it, the value does not
-      {32535216000.0, nullptr},
-  };
-  for (const Case& c : cases) {
-    LqDateTime v(c.value);
-    if (c.fields) {
-      EXPECT_EQ(FieldsOf(v), c.fields) << c.value;
-    } else {
-      EXPECT_FALSE(v.Valid()) << c.value;
-    }
-  }
+    const char* fields;
+  } cases[] = {{36526.5, "2000-01-01 12:00:00.000000"},
+               {946684800.25, "2000-01-01 00:00:00.250000"},
+               {1577836800.5, "2020-01-01 00:00:00.500000"},
+               {36161.0, "1999-01-01 00:00:00.000000"},
+               {36160.0, "invalid"},
+               {946684799.0, "invalid"},  // Unix seconds of 1999 read as an OLE date
+               {-1.0, "invalid"},
+               {nan, "invalid"},
+               {inf, "invalid"},
+               {-inf, "invalid"},
+               {1e300, "invalid"},
+               {32535215999.0, "invalid"},
+               {32535216000.0, "invalid"}};
+  for (const Case& c : cases)
+    EXPECT_EQ(FieldsOf(LqDateTime(c.value)), c.fields) << c.value;
   // From 2^31 on the fraction is unusable, yet the value stays normalised.
   const LqDateTime late(2147483648.5);
   EXPECT_TRUE(late.Valid());
-  EXPECT_GE(late.USecondInS(), 0);
-  EXPECT_LT(late.USecondInS(), 1000000);
-}
+  EXPECT_LT(static_cast<uint32_t>(late.USecondInS()), 1000000u);
 
-TEST(DateTimeConversion, ToDoubleAndTm) {
   const LqDateTime v(2020, 1, 1, 0, 0, 0, 500, 250);
   EXPECT_EQ(v.toDouble(), 1577836800.5);
   EXPECT_DOUBLE_EQ(v.toDoubleUSec(), 1577836800.50025);
+}
+
+TEST(DateTimeConversion, TmAndGmtime) {
   tm fields{};
-  fields.tm_year = 120;
-  fields.tm_mon = 11;
-  fields.tm_mday = 31;
-  fields.tm_hour = 23;
-  fields.tm_min = 59;
-  fields.tm_sec = 58;
-  fields.tm_isdst = 1;
-  EXPECT_EQ(FieldsOf(LqDateTime(fields)), "2020-12-31 23:59:58.000000");
+  fields.tm_year = 120, fields.tm_mon = 11, fields.tm_mday = 31, fields.tm_hour = 23;
+  EXPECT_EQ(FieldsOf(LqDateTime(fields)), "2020-12-31 23:00:00.000000");
   fields.tm_year = INT32_MAX;
   EXPECT_FALSE(LqDateTime(fields).Valid());
-  fields.tm_year = 120;
-  fields.tm_mon = INT32_MAX;
-  EXPECT_FALSE(LqDateTime(fields).Valid());
-
-  tm out{};
-  const long long zero = 0, last = 32535215999LL, beyond = 32535216000LL, negative = -1;
-  EXPECT_EQ(xgmtime(&zero, &out), &out);
-  EXPECT_EQ(xgmtime(&last, &out), &out);
-  EXPECT_EQ(out.tm_year, 1100);
-  EXPECT_EQ(xgmtime(&beyond, &out), nullptr);
-  EXPECT_EQ(xgmtime(&negative, &out), nullptr);
-  EXPECT_EQ(xgmtime(nullptr, &out), nullptr);
-  EXPECT_EQ(xgmtime(&zero, nullptr), nullptr);
+  const long long last = 32535215999LL, beyond = last + 1, negative = -1;
+  EXPECT_EQ(xgmtime(&last, &fields), &fields);
+  EXPECT_EQ(fields.tm_year, 1100);
+  EXPECT_TRUE(!xgmtime(&beyond, &fields) && !xgmtime(&negative, &fields) &&
+              !xgmtime(nullptr, &fields) && !xgmtime(&last, nullptr));
 }
 
 TEST(DateTimeConversion, OleDatesBothWays) {
@@ -236,63 +168,29 @@ TEST(DateTimeConversion, OleDatesBothWays) {
   EXPECT_EQ(FieldsOf(LqDateTime(ole)), "2020-12-31 18:00:00.000000");
   EXPECT_EQ(LqDateTime(2100, 2, 29, 0, 0, 0, 0, 0).OleDateTime().GetStatus(),
             LqOleDateTime::invalid);
-  LqOleDateTime bad(2020, 1, 1, 0, 0, 0);
-  bad.m_status = LqOleDateTime::invalid;
-  EXPECT_FALSE(LqDateTime(bad).Valid());
-  EXPECT_FALSE(LqDateTime(LqOleDateTime(2020, 2, 30, 0, 0, 0)).Valid());
-}
-
-TEST(OleDate, FieldConversionsRoundAndRespectTheRange) {
-  struct Case {
-    double date;
-    int y, mo, d, h, mi, s;  // y == 0: fails
-  } cases[] = {
-      {0.0, 1899, 12, 30, 0, 0, 0},
-      {-1.25, 1899, 12, 29, 6, 0, 0},
-      {-0.5, 1899, 12, 30, 12, 0, 0},
-      {2.0 + 0.5 / 86400, 1900, 1, 1, 0, 0, 1},  // a half second rounds up
-      {1.0 - 0.4 / 86400, 1899, 12, 31, 0, 0, 0},
-      {0.99999999, 1899, 12, 31, 0, 0, 0},  // carries into the next day
-      {-657434.0, 100, 1, 1, 0, 0, 0},
-      {2958465.9999, 9999, 12, 31, 23, 59, 51},
-      {2958465.99999999, 0, 0, 0, 0, 0, 0},  // rounds into the year 10000
-      {-657435.0, 0, 0, 0, 0, 0, 0},
-      {std::nan(""), 0, 0, 0, 0, 0, 0},
-  };
-  for (const Case& c : cases) {
-    lq::detail::SystemTime st;
-    ASSERT_EQ(lq::detail::VariantTimeToSystemTime(c.date, st), c.y != 0) << c.date;
-    if (c.y == 0) continue;
-    EXPECT_EQ(st.year * 10000 + st.month * 100 + st.day, c.y * 10000 + c.mo * 100 + c.d) << c.date;
-    EXPECT_EQ(st.hour * 3600 + st.minute * 60 + st.second, c.h * 3600 + c.mi * 60 + c.s) << c.date;
-  }
-  lq::detail::SystemTime st;
-  st.year = 1899, st.month = 12, st.day = 29, st.hour = 6;
-  double date = 0;
-  ASSERT_TRUE(lq::detail::SystemTimeToVariantTime(st, date));
-  EXPECT_EQ(date, -1.25);
-  for (int* field : {&st.year, &st.month, &st.day, &st.hour, &st.minute, &st.second}) {
-    const int kept = *field;
-    *field = field == &st.year ? 10000 : 99;
-    EXPECT_FALSE(lq::detail::SystemTimeToVariantTime(st, date));
-    *field = -1;
-    EXPECT_FALSE(lq::detail::SystemTimeToVariantTime(st, date));
-    *field = kept;
-  }
+  LqOleDateTime flagged(44196.75);
+  flagged.m_status = LqOleDateTime::invalid;
+  EXPECT_FALSE(LqDateTime(flagged).Valid());
+  // Before day 0 the fraction still counts forward; times round to the second, half up.
+  EXPECT_EQ(LqOleDateTime(1899, 12, 29, 6, 0, 0).m_dt, -1.25);
+  EXPECT_EQ(LqOleDateTime(-1.25).GetDay() * 100 + LqOleDateTime(-1.25).GetHour(), 2906);
+  EXPECT_EQ(LqOleDateTime(2.0 + 0.5 / 86400).GetSecond(), 1);
+  EXPECT_EQ(LqOleDateTime(0.99999999).GetDay(), 31);
+  EXPECT_EQ(LqOleDateTime(-657434.0).GetYear(), 100);
+  EXPECT_EQ(LqOleDateTime(2958465.99999999).GetYear(), -1);  // rounds into the year 10000
+  EXPECT_EQ(LqOleDateTime(std::nan("")).GetMonth(), -1);
+  EXPECT_EQ(LqOleDateTime(2020, 2, 30, 0, 0, 0).GetStatus(), LqOleDateTime::invalid);
 }
 
 TEST(DateTimeConversion, PackedDates) {
-  const double packed = LqDateTime::toStdDate(1577836800.0 + 86400 * 45 + 3723, 2000);
-  const uint32_t bits = static_cast<uint32_t>(packed);
-  EXPECT_EQ(bits,
-            20u << 26 | 2u << 22 | 15u << 17 | 1u << 12 | 2u << 6 | 3u);  // 2020-02-15 01:02:03
-  EXPECT_EQ(LqDateTime::fromStdDate(packed, 2000), 1577836800.0 + 86400 * 45 + 3723);
-  // A year difference over 63 loses its top bits.
-  EXPECT_EQ(static_cast<uint32_t>(LqDateTime::toStdDate(1577836800.0, 1950)) >> 26, 70u & 63u);
-  EXPECT_EQ(LqDateTime::fromStdDate(std::nan(""), INT32_MAX),
-            LqDateTime().toDouble());  // nothing usable: the invalid value's time
+  const double seconds = 1577836800.0 + 86400 * 45 + 3723;  // 2020-02-15 01:02:03
+  const double packed = LqDateTime::toStdDate(seconds, 2000);
+  EXPECT_EQ(packed, 20u << 26 | 2u << 22 | 15u << 17 | 1u << 12 | 2u << 6 | 3u);
+  EXPECT_EQ(LqDateTime::fromStdDate(packed, 2000), seconds);
+  EXPECT_EQ(static_cast<uint32_t>(LqDateTime::toStdDate(seconds, 1950)) >> 26, 70u & 63u);
   EXPECT_EQ(static_cast<uint32_t>(LqDateTime::toStdDate(-5.0, INT32_MIN)) >> 26,
             (2135u + 0x80000000u) & 63u);
+  EXPECT_EQ(LqDateTime::fromStdDate(std::nan(""), INT32_MAX), LqDateTime().toDouble());
 }
 
 }  // namespace
