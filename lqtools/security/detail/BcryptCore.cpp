@@ -150,6 +150,9 @@ void BcryptHashText(const char* key, std::size_t keyLength, const char* setting,
     digest[4 * b + 2] = static_cast<uint8_t>(data[b] >> 8);
     digest[4 * b + 3] = static_cast<uint8_t>(data[b]);
   }
+  // No trace of the key stays on the stack.
+  explicit_bzero(&state, sizeof state);
+  explicit_bzero(keyWords, sizeof keyWords);
 
   std::size_t n = 0;
   out[n++] = '$';
