@@ -28,7 +28,7 @@ class LQTOOLS_API LqCRC16 {
   int Value() const { return m_crc; }
   operator int() const { return m_crc; }
 
-  // The tables of the Modbus specification: the high and the low byte of the step for an index.
+  // The published Modbus tables: the high and the low byte of the step for an index.
   static const unsigned char crcHiTable[256];
   static const unsigned char crcLoTable[256];
 
