@@ -8,8 +8,6 @@ const int LqDateTime::monthDays[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 3
 
 namespace {
 
-// The value's epoch, 1999-01-01T00:00:00, in Unix seconds.
-constexpr uint32_t kEpochOffset = 915148800u;
 // tm_year of 2000: from 2000-01-01T00:00:00Z on, a double is read as Unix seconds.
 constexpr int kUnixYearThreshold = 100;
 // The last time gmtime takes, 3000-12-31T23:59:59Z.
@@ -102,7 +100,9 @@ void LqDateTime::SetTime(int hour, int minute, int second, int msecond, int usec
 // ------------------------------------------------------------------------------------------
 // Fields
 
-int LqDateTime::EpochSeconds() const { return static_cast<int>(m_seconds + kEpochOffset); }
+int LqDateTime::EpochSeconds() const {
+  return static_cast<int>(m_seconds + lq::detail::kValueEpochInUnixSeconds);
+}
 
 // ------------------------------------------------------------------------------------------
 // Calendar

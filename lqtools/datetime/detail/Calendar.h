@@ -5,6 +5,9 @@
 
 namespace lq::detail {
 
+// The value's epoch, 1999-01-01T00:00:00, in Unix seconds.
+inline constexpr uint32_t kValueEpochInUnixSeconds = 915148800u;
+
 inline constexpr int kMonthLengths[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
 
 constexpr bool IsGregorianLeap(int64_t year) {
