@@ -30,6 +30,10 @@ TEST(WideFormat, FollowsTheWidePlatformConventions) {
   EXPECT_EQ(Format(u"%*d|%-*s|%.*s", 4, 1, 3, u"a", 2, u"abcdef"), u"   1|a  |ab");
   EXPECT_EQ(Format(u"%.3f %e %g", 1.5, 100.0, 0.25), u"1.500 1.000000e+02 0.25");
   EXPECT_EQ(Format(u"%hd %hhu %zu", 70000, 257, std::size_t{9}), u"4464 1 9");
+  EXPECT_EQ(Format(u"%08.3f|%-6.1f|%06.1f|%#010x|%+05d|%05s", -1.5, 2.0, -INFINITY, 255u, 7, u"ab"),
+            u"-001.500|2.0   |  -inf|0x000000ff|+0007|   ab");
+  EXPECT_EQ(Format(u"%.70d", -5), u"-" + std::u16string(69, u'0') + u"5");
+  EXPECT_EQ(Format(u"%08.3d", 5), u"     005");
   EXPECT_EQ(Format(u"%s", static_cast<const char16_t*>(nullptr)), u"(null)");
   EXPECT_EQ(Format(u"%.2s", u"\u4e2d\u6587\u5b57"), u"\u4e2d\u6587");
 }
@@ -57,6 +61,10 @@ TEST(WideFormat, NeverWritesPastTheBufferAndStaysTerminated) {
   EXPECT_EQ(std::u16string(buffer), u"       ");
   EXPECT_EQ(swprintf(buffer, 8, u"%.900f", 1.0), -1);
   EXPECT_EQ(std::u16string(buffer), u"1.00000");
+  EXPECT_EQ(swprintf(buffer, 8, u"%.2000000000e", 1.0), -1);
+  EXPECT_EQ(std::u16string(buffer), u"1.00000");
+  EXPECT_EQ(swprintf(buffer, 8, u"%.2000000000d", 1), -1);
+  EXPECT_EQ(std::u16string(buffer), u"0000000");
   EXPECT_EQ(swprintf(buffer, 0, u"x"), -1);
   EXPECT_EQ(swprintf(buffer, 4, u"abc"), 3);
   EXPECT_EQ(swprintf(buffer, 8, u"%n|%q|", static_cast<int*>(nullptr)), 4);

@@ -130,38 +130,85 @@ bool ReadSpec(const char16_t*& p, va_list& args, Spec& spec) {
   return *p != 0;
 }
 
-// The narrow conversion text for snprintf: '%', flags, width, precision, then `tail`.
-std::string NarrowSpec(const Spec& spec, const char* tail) {
-  std::string out = "%" + spec.flags;
-  if (spec.width >= 0) out += std::to_string(spec.width);
-  if (spec.precision >= 0) out += "." + std::to_string(spec.precision);
+// Above these precisions the C library would only add zeros (every binary floating value has a
+// finite decimal expansion), so the library formats with the cap and inserts the zeros itself.
+// Width is also applied here. A huge width or precision thus costs no more than the room left.
+constexpr int kMaxIntegerPrecision = 64;
+constexpr int kMaxFloatPrecision = 16500;
+
+// The narrow conversion text for snprintf, without width: '%', flags, precision, then `tail`.
+std::string NarrowSpec(const Spec& spec, int precision, const char* tail) {
+  std::string out = "%";
+  for (char flag : spec.flags)
+    if (flag != '-' && flag != '0') out += flag;
+  if (precision >= 0) out += "." + std::to_string(precision);
   return out + tail;
 }
 
-// Formats one number with the C library and copies it out. Only as much of a long result is
-// produced as still fits, so a huge width costs no more than the room left.
 template <typename Value>
-void PutNumber(BoundedOutput& out, const std::string& spec, Value value) {
+std::string FormatNarrow(const std::string& format, Value value) {
   char local[128];
-  int needed = std::snprintf(local, sizeof local, spec.c_str(), value);
-  if (needed < 0) return;
-  if (static_cast<std::size_t>(needed) < sizeof local) {
-    for (int i = 0; i < needed; ++i)
-      out.Put(static_cast<unsigned char>(local[i]));
-    return;
-  }
-  const std::size_t keep = std::min<std::size_t>(static_cast<std::size_t>(needed), out.Room() + 1);
-  std::string big(keep + 1, '\0');
-  std::snprintf(big.data(), big.size(), spec.c_str(), value);
-  for (std::size_t i = 0; i < keep; ++i)
-    out.Put(static_cast<unsigned char>(big[i]));
+  const int needed = std::snprintf(local, sizeof local, format.c_str(), value);
+  if (needed < 0) return std::string();
+  if (static_cast<std::size_t>(needed) < sizeof local)
+    return std::string(local, static_cast<std::size_t>(needed));
+  std::string big(static_cast<std::size_t>(needed) + 1, '\0');
+  std::snprintf(big.data(), big.size(), format.c_str(), value);
+  big.resize(static_cast<std::size_t>(needed));
+  return big;
+}
+
+// One formatted number: its text, and a run of `zeros` zeros to insert at `zerosAt`.
+struct NumberText {
+  std::string text;
+  std::size_t zerosAt = 0;
+  std::size_t zeros = 0;
+  bool zeroPadding = false;  // whether the '0' flag may pad this number
+};
+
+// Sign and "0x" prefix: zeros of padding and precision go behind them.
+std::size_t PrefixLength(const std::string& text) {
+  std::size_t i = 0;
+  if (i < text.size() && (text[i] == '-' || text[i] == '+' || text[i] == ' ')) ++i;
+  if (i + 1 < text.size() && text[i] == '0' && (text[i + 1] == 'x' || text[i + 1] == 'X')) i += 2;
+  return i;
+}
+
+void PutNarrow(BoundedOutput& out, const std::string& text, std::size_t from, std::size_t to) {
+  for (std::size_t i = from; i < to; ++i)
+    out.Put(static_cast<unsigned char>(text[i]));
+}
+
+void PutNumber(BoundedOutput& out, const Spec& spec, const NumberText& number) {
+  const std::size_t length = number.text.size() + number.zeros;
+  const std::size_t width = spec.width > 0 ? static_cast<std::size_t>(spec.width) : 0;
+  const std::size_t pad = width > length ? width - length : 0;
+  const bool zeroPad =
+      !spec.leftAlign && number.zeroPadding && spec.flags.find('0') != std::string::npos;
+  const std::size_t prefix = zeroPad ? PrefixLength(number.text) : 0;
+  if (!spec.leftAlign && !zeroPad) out.Repeat(u' ', pad);
+  PutNarrow(out, number.text, 0, prefix);
+  if (zeroPad) out.Repeat(u'0', pad);
+  PutNarrow(out, number.text, prefix, number.zerosAt);
+  out.Repeat(u'0', number.zeros);
+  PutNarrow(out, number.text, number.zerosAt, number.text.size());
+  if (spec.leftAlign) out.Repeat(u' ', pad);
+}
+
+template <typename Value>
+void PutIntegerValue(BoundedOutput& out, const Spec& spec, Value value) {
+  const char tail[] = {'l', 'l', static_cast<char>(spec.conversion), 0};
+  const int precision = std::min(spec.precision, kMaxIntegerPrecision);
+  NumberText number;
+  number.text = FormatNarrow(NarrowSpec(spec, precision, tail), value);
+  number.zerosAt = PrefixLength(number.text);
+  number.zeros = static_cast<std::size_t>(spec.precision - precision);
+  number.zeroPadding = spec.precision < 0;  // a precision turns the '0' flag off
+  PutNumber(out, spec, number);
 }
 
 void PutInteger(BoundedOutput& out, const Spec& spec, va_list& args) {
-  const bool isSigned = spec.conversion == u'd' || spec.conversion == u'i';
-  const char tail[] = {'l', 'l', static_cast<char>(spec.conversion), 0};
-  const std::string format = NarrowSpec(spec, tail);
-  if (isSigned) {
+  if (spec.conversion == u'd' || spec.conversion == u'i') {
     long long value;
     switch (spec.length) {
       case Length::Char: value = static_cast<signed char>(va_arg(args, int)); break;
@@ -172,7 +219,7 @@ void PutInteger(BoundedOutput& out, const Spec& spec, va_list& args) {
       case Length::Size: value = va_arg(args, std::ptrdiff_t); break;
       default: value = va_arg(args, int); break;
     }
-    PutNumber(out, format, value);
+    PutIntegerValue(out, spec, value);
   } else {
     unsigned long long value;
     switch (spec.length) {
@@ -184,18 +231,36 @@ void PutInteger(BoundedOutput& out, const Spec& spec, va_list& args) {
       case Length::Size: value = va_arg(args, std::size_t); break;
       default: value = va_arg(args, unsigned); break;
     }
-    PutNumber(out, format, value);
+    PutIntegerValue(out, spec, value);
   }
+}
+
+template <typename Value>
+void PutFloatingValue(BoundedOutput& out, const Spec& spec, const char* tail, Value value) {
+  const int precision = std::min(spec.precision, kMaxFloatPrecision);
+  NumberText number;
+  number.text = FormatNarrow(NarrowSpec(spec, precision, tail), value);
+  const bool finite = number.text.find_first_of("0123456789") != std::string::npos;
+  number.zeroPadding = finite;
+  const char conversion = static_cast<char>(spec.conversion);
+  const bool keepsZeros =
+      (conversion != 'g' && conversion != 'G') || spec.flags.find('#') != std::string::npos;
+  if (finite && keepsZeros) number.zeros = static_cast<std::size_t>(spec.precision - precision);
+  const char* marker = conversion == 'a' || conversion == 'A' ? "pP" : "eE";
+  const std::size_t exponent =
+      conversion == 'f' || conversion == 'F' ? std::string::npos : number.text.find_last_of(marker);
+  number.zerosAt = exponent == std::string::npos ? number.text.size() : exponent;
+  PutNumber(out, spec, number);
 }
 
 void PutFloating(BoundedOutput& out, const Spec& spec, va_list& args) {
   const char conversion = static_cast<char>(spec.conversion);
   if (spec.length == Length::LongDouble) {
     const char tail[] = {'L', conversion, 0};
-    PutNumber(out, NarrowSpec(spec, tail), va_arg(args, long double));
+    PutFloatingValue(out, spec, tail, va_arg(args, long double));
   } else {
     const char tail[] = {conversion, 0};
-    PutNumber(out, NarrowSpec(spec, tail), va_arg(args, double));
+    PutFloatingValue(out, spec, tail, va_arg(args, double));
   }
 }
 
@@ -259,7 +324,13 @@ int vswprintf(char16_t* buffer, std::size_t count, const char16_t* format, va_li
       case u'G':
       case u'a':
       case u'A': PutFloating(out, spec, ap); break;
-      case u'p': PutNumber(out, NarrowSpec(spec, "p"), va_arg(ap, void*)); break;
+      case u'p': {
+        NumberText number;
+        number.text = FormatNarrow(NarrowSpec(spec, spec.precision, "p"), va_arg(ap, void*));
+        number.zerosAt = number.text.size();
+        PutNumber(out, spec, number);
+        break;
+      }
       case u'c':
       case u'C': {
         const bool narrowChar = narrow || (spec.conversion == u'C' && spec.length != Length::Long);
