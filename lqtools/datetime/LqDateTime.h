@@ -1,7 +1,7 @@
 // LqDateTime: the one date-time value of lqtools. Unsigned 32-bit seconds since
-// 1999-01-01T00:00:00 and the microseconds of that second (0 to 999999 once normalised, floor
-// convention: 1999-01-01 minus one microsecond does not exist, 2020-01-01 minus one is
-// 2019-12-31 23:59:59.999999). It holds no zone: UTC or wall-clock time, only the caller knows.
+// 1999-01-01T00:00:00 and the microseconds of that second, kept 0 to 999999 with floor
+// semantics (2020-01-01 minus one microsecond is 2019-12-31 23:59:59.999999). It holds no zone:
+// UTC or wall-clock time, only the caller knows which.
 //
 // Range: 1999-01-01 to early 2135; seconds 0xFFFFFFFF are the invalid state, which every
 // accessor still reads as 2135-02-06 06:28:15. Nothing throws except ToCompleteString and
