@@ -4,7 +4,7 @@
 
 #include "lqtools/datetime/LqDateTime.h"
 #include "lqtools/datetime/detail/TextFormat.h"
-#include "lqtools/datetime/detail/Truncation.h"
+#include "lqtools/text/detail/Truncation.h"
 #include "lqtools/text/detail/WideFormat.h"
 #include "lqtools/text/detail/WideRuntime.h"
 

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "lqtools/text/StdRuntimeException.h"
+#include "lqtools/text/detail/Truncation.h"
 #include "lqtools/text/detail/WideFormat.h"
 
 namespace {
@@ -40,13 +41,6 @@ int32_t ReadDecimal(const Unit* text, int count) {
   for (int i = 0; i < count; ++i)
     value = value * 10 + static_cast<uint32_t>(text[i]) - 48;
   return static_cast<int32_t>(value);
-}
-
-// The truncation of the processor: a value outside the signed 64-bit range, or NaN, gives the
-// "integer indefinite" pattern 0x8000000000000000.
-int64_t TruncateToInt64(double value) {
-  if (!(value > -9223372036854775808.0 && value < 9223372036854775808.0)) return INT64_MIN;
-  return static_cast<int64_t>(value);
 }
 
 }  // namespace
@@ -92,12 +86,14 @@ double HtoTAG(const char16_t* text, int count) {
 
 void TAGtoH(char* out, double value) {
   if (!out) throw StdRuntimeException("Null ptr received!");
-  lq::detail::snprintf(out, 17, "%llX", static_cast<unsigned long long>(TruncateToInt64(value)));
+  lq::detail::snprintf(out, 17, "%llX",
+                       static_cast<unsigned long long>(lq::detail::TruncateToInt64(value)));
 }
 
 void TAGtoH(char16_t* out, double value) {
   if (!out) throw StdRuntimeException("Null ptr received!");
-  lq::detail::swprintf(out, 17, u"%I64X", static_cast<unsigned long long>(TruncateToInt64(value)));
+  lq::detail::swprintf(out, 17, u"%I64X",
+                       static_cast<unsigned long long>(lq::detail::TruncateToInt64(value)));
 }
 
 // Kept: the limit is 11 although the text can take 16 digits and a terminator.

@@ -3,6 +3,8 @@
 #include <atomic>
 #include <ctime>
 
+#include "lqtools/text/detail/Truncation.h"
+
 namespace {
 
 const int kBaudrates[] = {110, 300, 600, 1200, 2400, 4800, 9600, 19200, 38400, 57600, 115200};
@@ -20,8 +22,7 @@ std::atomic<uint32_t> g_lastId{0};
 }  // namespace
 
 int roundi(double value) {
-  const bool fits = value > -2147483649.0 && value < 2147483648.0;
-  const int32_t t = fits ? static_cast<int32_t>(value) : INT32_MIN;
+  const int32_t t = lq::detail::TruncateToInt32(value);
   auto result = static_cast<uint32_t>(t);
   if (value - t > 0.5 || t - value > 0.5) result += value >= 0 ? 1u : 0xFFFFFFFFu;
   return static_cast<int32_t>(result);

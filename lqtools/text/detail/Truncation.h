@@ -1,6 +1,6 @@
 // Double to integer truncation as the processor does it, without undefined behaviour: a value
 // outside the target range, or NaN, gives the "integer indefinite" pattern (the most negative
-// value of the type). Internal to the date-time code.
+// value of the type). Every double-to-integer conversion of the library goes through here.
 #pragma once
 
 #include <cstdint>
