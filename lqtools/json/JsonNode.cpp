@@ -137,15 +137,13 @@ void JsonNode::RemoveChild(JsonNode* child) {
 void JsonNode::Reset() { DeleteChilds(); }
 
 void JsonNode::DeleteChilds() {
-  // Each node's children are taken over before it goes, so no destructor recurses.
-  std::vector<JsonNode*> doomed(m_childs.begin(), m_childs.end());
-  m_childs.clear();
-  while (!doomed.empty()) {
-    JsonNode* node = doomed.back();
-    doomed.pop_back();
-    doomed.insert(doomed.end(), node->m_childs.begin(), node->m_childs.end());
-    node->m_childs.clear();
-    delete node;
+  // Each node hands its children to this list before it goes, so no destructor recurses and
+  // nothing is allocated.
+  while (!m_childs.empty()) {
+    JsonNode* first = m_childs.front();
+    m_childs.pop_front();
+    m_childs.splice(m_childs.begin(), first->m_childs);
+    delete first;
   }
 }
 

@@ -58,8 +58,17 @@ void AppendUnicodeEscape(std::string& bytes, uint32_t value) {
 }
 
 // Converts `length` UTF-8 bytes into `target`, cut at the first zero unit the way a
-// terminated text is.
+// terminated text is. Plain ASCII, the common case, is its own UTF-16 and is widened in place.
 void StoreText(LqWString& target, const char* bytes, std::size_t length) {
+  std::size_t ascii = 0;
+  while (ascii < length && static_cast<unsigned char>(bytes[ascii]) < 0x80)
+    ++ascii;
+  if (ascii == length) {
+    char16_t* units = target.Prepare(static_cast<int>(length), false);
+    for (std::size_t i = 0; i < length; ++i)
+      units[i] = static_cast<char16_t>(bytes[i]);
+    return;
+  }
   LqWString wide;
   Utf8ToUtf16(wide, bytes, static_cast<int>(length));
   target = static_cast<const char16_t*>(wide);
@@ -134,25 +143,26 @@ const char* JsonDocument::ParseValue(JsonNode* node, const char* text, int depth
   text = skip(text);
   if (!text) return nullptr;
   // Kept: keywords match as prefixes, so "nullable" reads as null and leaves "able" behind.
-  if (std::strncmp(text, "null", 4) == 0) {
-    node->m_type = 1;
-    return text + 4;
+  switch (*text) {
+    case 'n':
+      if (std::strncmp(text, "null", 4) != 0) return nullptr;
+      node->m_type = 1;
+      return text + 4;
+    case 'f':
+      if (std::strncmp(text, "false", 5) != 0) return nullptr;
+      node->m_type = 0;
+      node->m_intValue = 0;
+      return text + 5;
+    case 't':
+      if (std::strncmp(text, "true", 4) != 0) return nullptr;
+      node->m_type = 0;
+      node->m_intValue = 1;
+      return text + 4;
+    case '"': return ParseString(node, text);
+    case '[': return ParseArray(node, text, depth);
+    case '{': return ParseObject(node, text, depth);
+    default: return *text == '-' || IsDigit(*text) ? ParseNumber(node, text) : nullptr;
   }
-  if (std::strncmp(text, "false", 5) == 0) {
-    node->m_type = 0;
-    node->m_intValue = 0;
-    return text + 5;
-  }
-  if (std::strncmp(text, "true", 4) == 0) {
-    node->m_type = 0;
-    node->m_intValue = 1;
-    return text + 4;
-  }
-  if (*text == '"') return ParseString(node, text);
-  if (*text == '-' || IsDigit(*text)) return ParseNumber(node, text);
-  if (*text == '[') return ParseArray(node, text, depth);
-  if (*text == '{') return ParseObject(node, text, depth);
-  return nullptr;
 }
 
 const char* JsonDocument::ParseNumber(JsonNode* node, const char* text) {

@@ -1,6 +1,9 @@
 // The JSON writers: the wide text in memory and the UTF-8 stream are two walks of the tree that
 // give the same text, and saving a document to its file.
+#include <algorithm>
 #include <cstdio>
+#include <cstring>
+#include <type_traits>
 
 #include "lqtools/files/FileOperations.h"
 #include "lqtools/json/JsonDocument.h"
@@ -11,32 +14,79 @@ using JsonNode = JsonDocument::JsonNode;
 
 namespace {
 
+void AppendRun(std::u16string& out, const char16_t* run, std::size_t count) {
+  out.append(run, count);
+}
+template <typename Unit, typename Traits>
+void AppendRun(LqBasicString<Unit, Traits>& out, const Unit* run, std::size_t count) {
+  for (std::size_t i = 0; i < count; ++i)
+    out += run[i];
+}
+
+// The letter that follows the backslash, by character; 0 for a character copied as it is.
+constexpr struct EscapeLetters {
+  char letter[128] = {};
+  constexpr EscapeLetters() {
+    letter['"'] = '"';
+    letter['\\'] = '\\';
+    letter['\b'] = 'b';
+    letter['\f'] = 'f';
+    letter['\n'] = 'n';
+    letter['\r'] = 'r';
+    letter['\t'] = 't';
+  }
+} kEscapes;
+
+char EscapeLetter(unsigned c) { return c < 128 ? kEscapes.letter[c] : 0; }
+
 // The one escaping rule of both encodings. Only the quote, the backslash and the five named
 // control characters are escaped; every other unit, other control characters and non-ASCII
 // included, is copied, and '/' is never written as "\/" although the parser reads it.
 template <typename Unit, typename Out>
 void Escape(const Unit* in, Out& out) {
+  using Code = std::make_unsigned_t<Unit>;
   out += static_cast<Unit>('"');
-  for (const Unit* p = in; p && *p; ++p) {
-    char escape;
-    switch (*p) {
-      case '"': escape = '"'; break;
-      case '\\': escape = '\\'; break;
-      case '\b': escape = 'b'; break;
-      case '\f': escape = 'f'; break;
-      case '\n': escape = 'n'; break;
-      case '\r': escape = 'r'; break;
-      case '\t': escape = 't'; break;
-      default: out += *p; continue;
-    }
+  for (const Unit* p = in; p && *p;) {
+    const Unit* run = p;
+    while (*p && !EscapeLetter(static_cast<Code>(*p)))
+      ++p;
+    AppendRun(out, run, static_cast<std::size_t>(p - run));
+    if (!*p) break;
     out += static_cast<Unit>('\\');
-    out += static_cast<Unit>(escape);
+    out += static_cast<Unit>(EscapeLetter(static_cast<Code>(*p++)));
   }
   out += static_cast<Unit>('"');
 }
 
+// A number formatted as narrow text, "%d" or "%.17g" in the "C" locale, appended to wide text.
+template <typename Value>
+void AppendNumber(std::u16string& out, const char* format, Value value) {
+  char number[128];
+  char16_t wide[128];
+  int length = lq::detail::snprintf(number, sizeof number, format, value);
+  if (length < 0) return;
+  if (length >= static_cast<int>(sizeof number)) length = sizeof number - 1;
+  for (int i = 0; i < length; ++i)
+    wide[i] = static_cast<char16_t>(number[i]);
+  out.append(wide, static_cast<std::size_t>(length));
+}
+
+// The stream is locked once per node, so the pieces go out through the unlocked calls.
+void Write(FILE* stream, const char* text, std::size_t length) {
+  fwrite_unlocked(text, 1, length, stream);
+}
+void Write(FILE* stream, const char* text) { Write(stream, text, std::strlen(text)); }
 void Write(FILE* stream, const LqString& text) {
-  std::fwrite(static_cast<const char*>(text), 1, static_cast<std::size_t>(text.Length()), stream);
+  Write(stream, text, static_cast<std::size_t>(text.Length()));
+}
+
+// A number formatted by "%d" or "%.17g" in the "C" locale, to the stream.
+template <typename Value>
+void WriteNumber(FILE* stream, const char* format, Value value) {
+  char number[128];
+  const int length = lq::detail::snprintf(number, sizeof number, format, value);
+  if (length > 0)
+    Write(stream, number, std::min(static_cast<std::size_t>(length), sizeof number - 1));
 }
 
 }  // namespace
@@ -87,23 +137,19 @@ void JsonNode::CreateJsonCode(std::u16string& out) const {
 void JsonNode::AppendJsonCode(std::u16string& out) const {
   if (!m_name.IsEmpty()) {
     scapeString(static_cast<const char16_t*>(m_name), out);
-    out += u": ";
+    out.append(u": ", 2);
   }
   switch (m_type) {
-    case 0: out += m_intValue != 0 ? u"true" : u"false"; break;
-    case 1: out += u"null"; break;
-    case 2: {
-      char16_t number[64];
-      lq::detail::swprintf(number, 64, u"%d", m_intValue);
-      out += number;
+    case 0:
+      if (m_intValue != 0) {
+        out.append(u"true", 4);
+      } else {
+        out.append(u"false", 5);
+      }
       break;
-    }
-    case 3: {
-      char16_t number[128];
-      lq::detail::swprintf(number, 128, u"%.17g", m_doubleValue);
-      out += number;
-      break;
-    }
+    case 1: out.append(u"null", 4); break;
+    case 2: AppendNumber(out, "%d", m_intValue); break;
+    case 3: AppendNumber(out, "%.17g", m_doubleValue); break;
     case 4: scapeString(static_cast<const char16_t*>(m_stringValue), out); break;
     case 5: AppendJsonCodeForArray(out); break;
     case 6: AppendJsonCodeForObject(out); break;
@@ -133,27 +179,18 @@ void JsonNode::AppendJsonCodeForObject(std::u16string& out) const {
 // UTF-8 stream
 
 void JsonNode::SaveJsonCode(FILE* stream) const {
+  flockfile(stream);
   if (!m_name.IsEmpty()) {
     LqString name;
     scapeString(static_cast<const char16_t*>(m_name), name);
     Write(stream, name);
-    std::fputs(": ", stream);
+    Write(stream, ": ", 2);
   }
   switch (m_type) {
-    case 0: std::fputs(m_intValue != 0 ? "true" : "false", stream); break;
-    case 1: std::fputs("null", stream); break;
-    case 2: {
-      char number[64];
-      lq::detail::snprintf(number, sizeof number, "%d", m_intValue);
-      std::fputs(number, stream);
-      break;
-    }
-    case 3: {
-      char number[128];
-      lq::detail::snprintf(number, sizeof number, "%.17g", m_doubleValue);
-      std::fputs(number, stream);
-      break;
-    }
+    case 0: Write(stream, m_intValue != 0 ? "true" : "false"); break;
+    case 1: Write(stream, "null", 4); break;
+    case 2: WriteNumber(stream, "%d", m_intValue); break;
+    case 3: WriteNumber(stream, "%.17g", m_doubleValue); break;
     case 4: {
       LqString text;
       scapeString(static_cast<const char16_t*>(m_stringValue), text);
@@ -164,24 +201,25 @@ void JsonNode::SaveJsonCode(FILE* stream) const {
     case 6: SaveJsonCodeForObject(stream); break;
     default: break;
   }
+  funlockfile(stream);
 }
 
 void JsonNode::SaveJsonCodeForArray(FILE* stream) const {
-  std::fputc('[', stream);
+  Write(stream, "[", 1);
   for (auto child = m_childs.begin(); child != m_childs.end(); ++child) {
-    if (child != m_childs.begin()) std::fputc(',', stream);
+    if (child != m_childs.begin()) Write(stream, ",", 1);
     (*child)->SaveJsonCode(stream);
   }
-  std::fputc(']', stream);
+  Write(stream, "]", 1);
 }
 
 void JsonNode::SaveJsonCodeForObject(FILE* stream) const {
-  std::fputc('{', stream);
+  Write(stream, "{", 1);
   for (auto child = m_childs.begin(); child != m_childs.end(); ++child) {
-    if (child != m_childs.begin()) std::fputc(',', stream);
+    if (child != m_childs.begin()) Write(stream, ",", 1);
     (*child)->SaveJsonCode(stream);
   }
-  std::fputc('}', stream);
+  Write(stream, "}", 1);
 }
 
 // ------------------------------------------------------------------------------------------------
