@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "lqtools/json/JsonDocument.h"
-#include "lqtools/json/detail/JsonNumbers.h"
 #include "lqtools/text/StdRuntimeException.h"
 #include "lqtools/text/Unicode.h"
+#include "lqtools/text/detail/Truncation.h"
 #include "lqtools/text/detail/WideFormat.h"
 #include "lqtools/text/detail/WideRuntime.h"
 

@@ -6,9 +6,9 @@
 #include <string>
 
 #include "lqtools/json/JsonDocument.h"
-#include "lqtools/json/detail/JsonNumbers.h"
 #include "lqtools/text/HexText.h"
 #include "lqtools/text/Unicode.h"
+#include "lqtools/text/detail/Truncation.h"
 
 using JsonNode = JsonDocument::JsonNode;
 
