@@ -244,7 +244,7 @@ LqString XmlNode::sValue(const char16_t* path, const char* defaultValue) const {
 
 void XmlNode::setAttribute(const char16_t* name, const char16_t* value) {
   if (!name || !*name) return;
-  m_attributes[LqWString(name)] = lq::detail::TextOf<char16_t, LqWideChar>(value);
+  m_attributes[LqWString(name, false)] = lq::detail::TextOf<char16_t, LqWideChar>(value);
 }
 
 LqWString XmlNode::getAttribute(const char16_t* name, const char16_t* defaultValue) const {

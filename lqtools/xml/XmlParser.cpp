@@ -229,6 +229,8 @@ void XmlDocument::ParseNodeAttributes(XmlNode* node, const char16_t* begin, cons
     const char16_t* at = find(from, to, u'"');
     return at != to ? at : find(from, to, u'\'');
   };
+  // Name and value, each terminated.
+  std::u16string pair;
   const char16_t* rest = begin;
   while (rest != end) {
     while (rest != end && LqWideChar::IsSpace(*rest))
@@ -237,16 +239,15 @@ void XmlDocument::ParseNodeAttributes(XmlNode* node, const char16_t* begin, cons
       --end;
     const char16_t* equals = find(rest, end, u'=');
     if (equals == end) return;
-    // Kept: the name is not trimmed, so "x =" gives the name "x ".
-    LqWString name;
-    name.Assign(rest, static_cast<int>(equals - rest));
     const char16_t* open = findQuote(equals + 1, end);
-    if (open != equals + 1) return;
+    if (open == end || open != equals + 1) return;
     const char16_t* close = findQuote(open + 1, end);
     if (close == end) return;
-    LqWString value;
-    value.Assign(open + 1, static_cast<int>(close - open - 1));
-    node->setAttribute(name, value);
+    // Kept: the name is not trimmed, so "x =" gives the name "x ".
+    pair.assign(rest, equals);
+    pair += u'\0';
+    pair.append(open + 1, close);
+    node->setAttribute(pair.c_str(), pair.c_str() + (equals - rest) + 1);
     rest = close + 1;
   }
 }
