@@ -95,8 +95,9 @@ JsonNode::JsonNode(const JsonNode& other)
 
 JsonNode& JsonNode::operator=(const JsonNode& other) {
   if (this == &other) return *this;
-  Reset();
+  // The copy comes first, so that a node may be assigned one of its own descendants.
   JsonNode copy(other);
+  Reset();
   m_type = copy.m_type;
   m_intValue = copy.m_intValue;
   m_doubleValue = copy.m_doubleValue;
