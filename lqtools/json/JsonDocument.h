@@ -144,7 +144,7 @@ class LQTOOLS_API JsonDocument {
 
     // Replaces `out` with the text of this node.
     void CreateJsonCode(std::u16string& out) const;
-    // Writes the same text as UTF-8, node by node, to an open stream.
+    // Writes the same text as UTF-8, node by node, to an open stream; a null stream is ignored.
     void SaveJsonCode(FILE* stream) const;
 
     // Does nothing.

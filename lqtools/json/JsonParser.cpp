@@ -1,6 +1,7 @@
 // The JSON parser: a recursive descent over UTF-8 bytes that ends at the text's first zero byte.
 // Strings are gathered as bytes and converted to wide text once, when they are complete.
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -59,7 +60,9 @@ void AppendUnicodeEscape(std::string& bytes, uint32_t value) {
 
 // Converts `length` UTF-8 bytes into `target`, cut at the first zero unit the way a
 // terminated text is. Plain ASCII, the common case, is its own UTF-16 and is widened in place.
-void StoreText(LqWString& target, const char* bytes, std::size_t length) {
+// False for a text beyond the 32-bit length of a string.
+bool StoreText(LqWString& target, const char* bytes, std::size_t length) {
+  if (length >= static_cast<std::size_t>(INT32_MAX)) return false;
   std::size_t ascii = 0;
   while (ascii < length && static_cast<unsigned char>(bytes[ascii]) < 0x80)
     ++ascii;
@@ -67,11 +70,12 @@ void StoreText(LqWString& target, const char* bytes, std::size_t length) {
     char16_t* units = target.Prepare(static_cast<int>(length), false);
     for (std::size_t i = 0; i < length; ++i)
       units[i] = static_cast<char16_t>(bytes[i]);
-    return;
+    return true;
   }
   LqWString wide;
   Utf8ToUtf16(wide, bytes, static_cast<int>(length));
   target = static_cast<const char16_t*>(wide);
+  return true;
 }
 
 // Reads the string whose opening quote stands at `text` into `target`. Returns the position
@@ -80,10 +84,8 @@ const char* ReadString(const char* text, LqWString& target) {
   const char* p = ++text;
   while (*p && *p != '"' && *p != '\\')
     ++p;
-  if (*p == '"') {
-    StoreText(target, text, static_cast<std::size_t>(p - text));
-    return p + 1;
-  }
+  if (*p == '"')
+    return StoreText(target, text, static_cast<std::size_t>(p - text)) ? p + 1 : nullptr;
   std::string bytes(text, p);
   for (;;) {
     const char* run = p;
@@ -111,8 +113,7 @@ const char* ReadString(const char* text, LqWString& target) {
     ++p;
   }
   // Conversion stops at a zero byte that a \u produced.
-  StoreText(target, bytes.data(), std::strlen(bytes.c_str()));
-  return p + 1;
+  return StoreText(target, bytes.data(), std::strlen(bytes.c_str())) ? p + 1 : nullptr;
 }
 
 // A new node of type 6 at the end of `parent`, before it is parsed.

@@ -27,13 +27,10 @@ void AppendRun(LqBasicString<Unit, Traits>& out, const Unit* run, std::size_t co
 constexpr struct EscapeLetters {
   char letter[128] = {};
   constexpr EscapeLetters() {
-    letter['"'] = '"';
-    letter['\\'] = '\\';
-    letter['\b'] = 'b';
-    letter['\f'] = 'f';
-    letter['\n'] = 'n';
-    letter['\r'] = 'r';
-    letter['\t'] = 't';
+    const char pairs[][2] = {{'"', '"'},  {'\\', '\\'}, {'\b', 'b'}, {'\f', 'f'},
+                             {'\n', 'n'}, {'\r', 'r'},  {'\t', 't'}};
+    for (const auto& pair : pairs)
+      letter[static_cast<unsigned char>(pair[0])] = pair[1];
   }
 } kEscapes;
 
@@ -179,6 +176,7 @@ void JsonNode::AppendJsonCodeForObject(std::u16string& out) const {
 // UTF-8 stream
 
 void JsonNode::SaveJsonCode(FILE* stream) const {
+  if (!stream) return;
   flockfile(stream);
   if (!m_name.IsEmpty()) {
     LqString name;

@@ -70,12 +70,6 @@ TEST(JsonWriter, NamesAreWrittenWheneverTheyAreNotEmpty) {
   EXPECT_EQ(StreamTextOf(root), expected);
 }
 
-TEST(JsonWriter, CreateJsonCodeReplacesItsOutput) {
-  std::u16string out = u"old";
-  JsonNode(1).CreateJsonCode(out);
-  EXPECT_EQ(out, u"null");
-}
-
 TEST(JsonDocumentFiles, SaveCreatesMissingFoldersAndClearsDirty) {
   ScratchFolder folder;
   JsonDocument doc;
