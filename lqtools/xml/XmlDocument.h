@@ -23,6 +23,7 @@
 #include <cstdio>
 #include <list>
 #include <map>
+#include <string>
 #include <vector>
 
 #include "lqtools/LqToolsExport.h"
@@ -290,7 +291,9 @@ class LQTOOLS_API XmlDocument {
   XmlNode* ParseNode(const char** cursor);
   XmlNode* ParseNode(const char** cursor, ParseState& state, int depth);
   void ParseNodeAttributes(XmlNode* node, const LqWString& text);
-  void ParseNodeAttributes(XmlNode* node, const char16_t* begin, const char16_t* end);
+  // `pair` is a buffer for one terminated name and value, kept by the caller between calls.
+  void ParseNodeAttributes(XmlNode* node, const char16_t* begin, const char16_t* end,
+                           std::u16string& pair);
   bool SaveTo(const char16_t* fileName) const;
 
   std::map<LqWString, int> m_tags;

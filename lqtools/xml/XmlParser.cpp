@@ -1,8 +1,6 @@
 #include <cstring>
 #include <memory>
 #include <string>
-#include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "lqtools/files/FileOperations.h"
@@ -48,11 +46,12 @@ void DecodeEntities(const T* begin, const T* end, Out& out) {
 template <typename T, typename Traits>
 void DecodeInto(LqBasicString<T, Traits>& out, const LqBasicString<T, Traits>& text) {
   out.SetGrowthIfNone(LqBasicString<T, Traits>::GrowLargeBlock);
-  // A copy first, so that `text` may be `out` itself.
-  const LqBasicString<T, Traits> source(text);
-  out = lq::detail::TextOf<T, Traits>(nullptr);
-  const T* begin = source;
-  DecodeEntities(begin, begin + source.Length(), out);
+  // Built aside and assigned in one piece: `text` may be `out` itself, and a long text is not
+  // grown block by block.
+  std::basic_string<T> decoded;
+  const T* begin = lq::detail::TextOf(text);
+  DecodeEntities(begin, begin + text.Length(), decoded);
+  out.Assign(decoded.data(), static_cast<int>(decoded.size()));
 }
 
 // A UTF-16 text from the bytes [begin, end) of a text known to be ASCII.
@@ -63,6 +62,56 @@ void Widen(std::u16string& out, const char* begin, const char* end) {
   for (; begin != end; ++begin)
     *to++ = static_cast<char16_t>(*begin);
 }
+
+// Interned tags by the bytes of their ASCII names, so that most nodes of a parse spare the tag
+// table its lookup. Open addressing over a power-of-two table, kept at most half full.
+class TagIndex {
+ public:
+  TagIndex() : m_slots(1024) {}
+
+  // The slot of `name`: its tag, or null when the name is new and the caller must fill it in.
+  const LqWString*& Find(const char* name, std::size_t length) {
+    uint32_t hash = 2166136261u;
+    for (std::size_t i = 0; i < length; ++i)
+      hash = (hash ^ static_cast<unsigned char>(name[i])) * 16777619u;
+    if (2 * (m_used + 1) > m_slots.size()) Grow();
+    const std::size_t mask = m_slots.size() - 1;
+    for (std::size_t i = hash & mask;; i = (i + 1) & mask) {
+      Slot& slot = m_slots[i];
+      if (!slot.tag) {
+        slot = Slot{name, length, hash, nullptr};
+        ++m_used;
+        return slot.tag;
+      }
+      if (slot.hash == hash && slot.length == length && std::memcmp(slot.name, name, length) == 0)
+        return slot.tag;
+    }
+  }
+
+ private:
+  struct Slot {
+    const char* name;
+    std::size_t length;
+    uint32_t hash;
+    const LqWString* tag;
+  };
+
+  void Grow() {
+    std::vector<Slot> old(m_slots.size() * 2);
+    old.swap(m_slots);
+    const std::size_t mask = m_slots.size() - 1;
+    for (const Slot& slot : old) {
+      if (!slot.tag) continue;
+      std::size_t i = slot.hash & mask;
+      while (m_slots[i].tag)
+        i = (i + 1) & mask;
+      m_slots[i] = slot;
+    }
+  }
+
+  std::vector<Slot> m_slots;
+  std::size_t m_used = 0;
+};
 
 }  // namespace
 
@@ -76,8 +125,8 @@ struct XmlDocument::ParseState {
   // The text of every open element, each element's from the offset it noted at its start.
   std::u16string content;
   std::u16string scratch;
-  // Interned tags by the bytes of their ASCII names, to spare the tag table a lookup per node.
-  std::unordered_map<std::string_view, const LqWString*> tags;
+  std::u16string pair;
+  TagIndex tags;
 };
 
 bool XmlDocument::Parse(const char* text) {
@@ -125,20 +174,19 @@ XmlNode* XmlDocument::ParseNode(const char** cursor, ParseState& state, int dept
     empty = slash || (nameEnd != tagBegin && nameEnd[-1] == '/');
     if (empty && !(blank && slash)) --nameEnd;
 
-    const std::string_view name(tagBegin, static_cast<std::size_t>(nameEnd - tagBegin));
-    auto known = state.tags.find(name);
-    if (known == state.tags.end()) {
+    const LqWString*& tag = state.tags.Find(tagBegin, static_cast<std::size_t>(nameEnd - tagBegin));
+    if (!tag) {
       state.scratch.clear();
-      Widen(state.scratch, name.data(), name.data() + name.size());
-      known = state.tags.emplace(name, Tag(state.scratch.c_str(), -1)).first;
+      Widen(state.scratch, tagBegin, nameEnd);
+      tag = Tag(state.scratch.c_str(), -1);
     }
     node.reset(new XmlNode(this));
-    node->m_tag = known->second;
+    node->m_tag = tag;
     if (blank) {
       state.scratch.clear();
       Widen(state.scratch, blank + 1, slash ? tagEnd - 1 : tagEnd);
       const char16_t* attributes = state.scratch.data();
-      ParseNodeAttributes(node.get(), attributes, attributes + state.scratch.size());
+      ParseNodeAttributes(node.get(), attributes, attributes + state.scratch.size(), state.pair);
     }
   } else {
     LqWString& tag = state.work;
@@ -213,10 +261,12 @@ XmlNode* XmlDocument::ParseNode(const char** cursor, ParseState& state, int dept
 
 void XmlDocument::ParseNodeAttributes(XmlNode* node, const LqWString& text) {
   const char16_t* begin = lq::detail::TextOf(text);
-  ParseNodeAttributes(node, begin, begin + text.Length());
+  std::u16string pair;
+  ParseNodeAttributes(node, begin, begin + text.Length(), pair);
 }
 
-void XmlDocument::ParseNodeAttributes(XmlNode* node, const char16_t* begin, const char16_t* end) {
+void XmlDocument::ParseNodeAttributes(XmlNode* node, const char16_t* begin, const char16_t* end,
+                                      std::u16string& pair) {
   // A search ends at a zero unit as well, as on a terminated copy of the rest.
   auto find = [](const char16_t* from, const char16_t* to, char16_t c) {
     for (const char16_t* at = from; at != to && *at; ++at)
@@ -229,8 +279,6 @@ void XmlDocument::ParseNodeAttributes(XmlNode* node, const char16_t* begin, cons
     const char16_t* at = find(from, to, u'"');
     return at != to ? at : find(from, to, u'\'');
   };
-  // Name and value, each terminated.
-  std::u16string pair;
   const char16_t* rest = begin;
   while (rest != end) {
     while (rest != end && LqWideChar::IsSpace(*rest))

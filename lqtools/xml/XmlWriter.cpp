@@ -1,5 +1,8 @@
+#include <cstdint>
 #include <cstring>
 #include <memory>
+#include <new>
+#include <string>
 
 #include "lqtools/files/FileOperations.h"
 #include "lqtools/text/Unicode.h"
@@ -10,11 +13,14 @@ using XmlNode = XmlDocument::XmlNode;
 
 namespace {
 
+// Texts of this many units or more are converted with the large growth block.
+constexpr int kLargeText = 4096;
+
 const char kHeader[] = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>";
 
-template <typename T, typename Traits>
+template <typename T, typename String>
 struct StringSink {
-  LqBasicString<T, Traits>& out;
+  String& out;
   void Put(T c) { out += c; }
   void Text(const T* text) { out += text; }
 };
@@ -69,6 +75,9 @@ void PutUtf8(Sink& sink, const LqWString& text, LqString& scratch, bool escaped)
       PutUnit(sink, *p, escaped);
     return;
   }
+  // Short texts take the small growth block, so that converting one costs no large allocation.
+  scratch.SetGrowth(text.Length() >= kLargeText ? LqString::GrowLargeBlock
+                                                : LqString::GrowSmallBlock);
   Utf16ToUtf8(scratch, text);
   for (const char* b = scratch; *b; ++b)
     PutUnit(sink, static_cast<unsigned char>(*b), escaped);
@@ -107,9 +116,10 @@ void WriteElement(const XmlNode& node, Sink& sink, LqString& scratch, bool fileF
 template <typename T, typename Traits>
 void EscapeInto(LqBasicString<T, Traits>& out, const LqBasicString<T, Traits>& text) {
   out.SetGrowthIfNone(LqBasicString<T, Traits>::GrowLargeBlock);
-  out = lq::detail::TextOf<T, Traits>(nullptr);
-  StringSink<T, Traits> sink{out};
+  std::basic_string<T> escaped;
+  StringSink<T, std::basic_string<T>> sink{escaped};
   lq::detail::AppendEscaped(sink, static_cast<const T*>(text));
+  out.Assign(escaped.data(), static_cast<int>(escaped.size()));
 }
 
 struct FileCloser {
@@ -122,15 +132,20 @@ void Text2Xml(LqString& out, const LqString& text) { EscapeInto(out, text); }
 void Text2Xml(LqWString& out, const LqWString& text) { EscapeInto(out, text); }
 
 void XmlNode::CreateXmlCode(LqString& out) const {
-  LqString scratch(LqString::GrowLargeBlock);
+  LqString scratch;
   out.SetGrowth(LqString::GrowLargeBlock);
-  StringSink<char, LqChar> sink{out};
+  // Built in a standard string, which grows geometrically, and appended in one piece: a block
+  // that grows by a fixed slack would be copied over and over wherever the system can't extend
+  // it in place. The writer never puts a zero byte into the text.
+  std::string text;
+  StringSink<char, std::string> sink{text};
   WriteElement(*this, sink, scratch, false);
+  out += text.c_str();
 }
 
 void XmlNode::SaveXmlCode(FILE* stream) const {
   if (!stream) return;
-  LqString scratch(LqString::GrowLargeBlock);
+  LqString scratch;
   FileSink sink(stream);
   WriteElement(*this, sink, scratch, true);
 }
