@@ -154,22 +154,27 @@ XmlNode* XmlNode::Node(const char16_t* path) { return const_cast<XmlNode*>(NodeF
 
 const XmlNode* XmlNode::Node(const char16_t* path) const { return NodeFromString(path); }
 
-XmlNode* XmlNode::NodeV(const char16_t* format, ...) {
+namespace {
+const XmlNode* FormattedNode(const XmlNode& node, const char16_t* format, va_list args) {
   char16_t buffer[lq::detail::kXmlPathUnits];
+  return lq::detail::FormatXmlPath(buffer, format, args) ? node.Node(buffer) : nullptr;
+}
+}  // namespace
+
+XmlNode* XmlNode::NodeV(const char16_t* format, ...) {
   va_list args;
   va_start(args, format);
-  const bool fits = lq::detail::FormatXmlPath(buffer, format, args);
+  const XmlNode* found = FormattedNode(*this, format, args);
   va_end(args);
-  return fits ? Node(buffer) : nullptr;
+  return const_cast<XmlNode*>(found);
 }
 
 const XmlNode* XmlNode::NodeV(const char16_t* format, ...) const {
-  char16_t buffer[lq::detail::kXmlPathUnits];
   va_list args;
   va_start(args, format);
-  const bool fits = lq::detail::FormatXmlPath(buffer, format, args);
+  const XmlNode* found = FormattedNode(*this, format, args);
   va_end(args);
-  return fits ? Node(buffer) : nullptr;
+  return found;
 }
 
 LqWString XmlNode::ValueV(const char16_t* format, ...) const {

@@ -89,12 +89,19 @@ TEST(XmlWriter, DocumentCodeReplacesTheOutputAndMayStartWithTheHeader) {
   EXPECT_THROW(document.CreateXmlCode(out, false), StdRuntimeException);
 }
 
-TEST(XmlWriter, SaveMakesMissingFoldersClearsDirtyAndCallsBack) {
+// A document with a root and a callback, and a folder for its files.
+class XmlSave : public ::testing::Test {
+ protected:
+  XmlSave() {
+    document.SetXmlDocumentCallback(&callback);
+    document.Create(u"r");
+  }
   TempFolder folder;
   XmlDocument document;
   CountingCallback callback;
-  document.SetXmlDocumentCallback(&callback);
-  document.Create(u"r");
+};
+
+TEST_F(XmlSave, SaveMakesMissingFoldersClearsDirtyAndCallsBack) {
   document.Root()->NewChild(u"e");
   document.SetDirty(true);
   EXPECT_FALSE(document.Save());
@@ -116,12 +123,7 @@ TEST(XmlWriter, SaveMakesMissingFoldersClearsDirtyAndCallsBack) {
   EXPECT_FALSE(document.Load(folder.Wide("empty.xml").c_str()));
 }
 
-TEST(XmlWriter, SaveAsWithBackupWritesBothAndStaysOnTheMainFile) {
-  TempFolder folder;
-  XmlDocument document;
-  CountingCallback callback;
-  document.SetXmlDocumentCallback(&callback);
-  document.Create(u"r");
+TEST_F(XmlSave, SaveAsWithBackupWritesBothAndStaysOnTheMainFile) {
   const std::u16string main = folder.Wide("a.xml");
   EXPECT_TRUE(document.SaveAs(main.c_str(), folder.Wide("b.xml").c_str()));
   EXPECT_EQ(U8(document.FileName()), U8(main.c_str()));
