@@ -20,12 +20,22 @@ void BuildSample(XmlDocument& document) {
   root->NewChild(u"p")->NewChild(u"q")->SetValue(u"s", u"deep");
 }
 
+// A document with the root "r".
+class XmlTree : public ::testing::Test {
+ protected:
+  XmlTree() {
+    document.Create(u"r");
+    root = document.Root();
+  }
+  XmlDocument document;
+  XmlNode* root;
+};
+
 }  // namespace
 
-TEST(XmlTree, PathLookupFollowsTheStepRules) {
-  XmlDocument document;
+TEST_F(XmlTree, PathLookupFollowsTheStepRules) {
   BuildSample(document);
-  XmlNode* root = document.Root();
+  root = document.Root();
   XmlNode* lastItem = *std::next(root->ChildsBegin(), 3);
   XmlNode* p = *root->ReverseChildsBegin();
   struct Case {
@@ -60,10 +70,9 @@ TEST(XmlTree, PathLookupFollowsTheStepRules) {
   EXPECT_EQ(XmlDocument().Node(u""), nullptr);
 }
 
-TEST(XmlTree, FormattedPathsUseTheBoundedFormatter) {
-  XmlDocument document;
+TEST_F(XmlTree, FormattedPathsUseTheBoundedFormatter) {
   BuildSample(document);
-  const XmlNode* root = document.Root();
+  root = document.Root();
   EXPECT_EQ(root->NodeV(u"item?id=%d?/id", 3), root->Node(u"item/id"));
   EXPECT_EQ(U8(root->ValueV(u"%s/%hs", u"a", "b")), "1");
   std::u16string longPath(1100, u'a');
@@ -76,10 +85,7 @@ TEST(XmlTree, FormattedPathsUseTheBoundedFormatter) {
   EXPECT_TRUE(root->HasNode(u"a/b"));
 }
 
-TEST(XmlTree, TypedGettersConvertLikeTheRuntime) {
-  XmlDocument document;
-  document.Create(u"r");
-  XmlNode* root = document.Root();
+TEST_F(XmlTree, TypedGettersConvertLikeTheRuntime) {
   struct Case {
     const char16_t* value;
     int i;
@@ -117,10 +123,7 @@ TEST(XmlTree, TypedGettersConvertLikeTheRuntime) {
   EXPECT_EQ(U8(XmlDocument().Value(u"none", u"d")), "d");
 }
 
-TEST(XmlTree, SetValueStoresTextForEveryType) {
-  XmlDocument document;
-  document.Create(u"r");
-  XmlNode* root = document.Root();
+TEST_F(XmlTree, SetValueStoresTextForEveryType) {
   root->SetValue(u"i", -7);
   root->SetValue(u"u", 4000000000u);
   root->SetValue(u"l", 5000000000L);
@@ -139,10 +142,7 @@ TEST(XmlTree, SetValueStoresTextForEveryType) {
   EXPECT_EQ(U8(root->Value(u"i", u"d")), "");
 }
 
-TEST(XmlTree, SetValueByPathMakesOneChildNamedByTheWholePath) {
-  XmlDocument document;
-  document.Create(u"r");
-  XmlNode* root = document.Root();
+TEST_F(XmlTree, SetValueByPathMakesOneChildNamedByTheWholePath) {
   root->SetValue(u"a/b", 1);
   root->SetValue(u"a/b", 2);
   EXPECT_EQ(root->Size(), 2);
@@ -152,18 +152,13 @@ TEST(XmlTree, SetValueByPathMakesOneChildNamedByTheWholePath) {
   EXPECT_EQ(root->Size(), 2);
 }
 
-TEST(XmlTree, ValueOfAFreshNodeIsTheSharedEmptyText) {
-  XmlDocument document;
-  document.Create(u"r");
+TEST_F(XmlTree, ValueOfAFreshNodeIsTheSharedEmptyText) {
   EXPECT_EQ(&document.Root()->Value(), &XmlNode::m_emptyValue);
   document.Root()->SetValue(u"");
   EXPECT_NE(&document.Root()->Value(), &XmlNode::m_emptyValue);
 }
 
-TEST(XmlTree, AttributesIgnoreEmptyNamesAndKeepNullValuesEmpty) {
-  XmlDocument document;
-  document.Create(u"r");
-  XmlNode* root = document.Root();
+TEST_F(XmlTree, AttributesIgnoreEmptyNamesAndKeepNullValuesEmpty) {
   root->setAttribute(u"", u"x");
   EXPECT_FALSE(root->HasAttributes());
   root->setAttribute(u"b", nullptr);
@@ -176,10 +171,7 @@ TEST(XmlTree, AttributesIgnoreEmptyNamesAndKeepNullValuesEmpty) {
   EXPECT_EQ(U8(root->attributesBegin()->first), "a");
 }
 
-TEST(XmlTree, ChildrenGoInFrontOfTheirAnchorOrNowhere) {
-  XmlDocument document;
-  document.Create(u"r");
-  XmlNode* root = document.Root();
+TEST_F(XmlTree, ChildrenGoInFrontOfTheirAnchorOrNowhere) {
   XmlNode* b = root->NewChild(u"b");
   root->NewChild(u"a", b);
   XmlDocument other;
@@ -195,10 +187,9 @@ TEST(XmlTree, ChildrenGoInFrontOfTheirAnchorOrNowhere) {
   EXPECT_EQ(root->GetChildsList().back(), b);
 }
 
-TEST(XmlTree, TagsAreInternedPerDocument) {
-  XmlDocument first;
+TEST_F(XmlTree, TagsAreInternedPerDocument) {
+  XmlDocument& first = document;
   XmlDocument second;
-  first.Create(u"r");
   second.Create(u"r");
   XmlNode* a1 = first.Root()->NewChild(u"a");
   XmlNode* a2 = first.Root()->NewChild(u"a");
@@ -211,8 +202,8 @@ TEST(XmlTree, TagsAreInternedPerDocument) {
                StdRuntimeException);
 }
 
-TEST(XmlTree, AssignmentCopiesDeepAndCopyConstructionShares) {
-  XmlDocument source;
+TEST_F(XmlTree, AssignmentCopiesDeepAndCopyConstructionShares) {
+  XmlDocument& source = document;
   BuildSample(source);
   source.Root()->setAttribute(u"k", u"v");
   XmlDocument target;
@@ -240,8 +231,8 @@ TEST(XmlTree, AssignmentCopiesDeepAndCopyConstructionShares) {
   EXPECT_EQ(Code(*item), "<item></item>");
 }
 
-TEST(XmlTree, DocumentFromNodeCopiesTheNodeAndTheFileName) {
-  XmlDocument source;
+TEST_F(XmlTree, DocumentFromNodeCopiesTheNodeAndTheFileName) {
+  XmlDocument& source = document;
   BuildSample(source);
   source.SetFileName(u"/tmp/source.xml");
   XmlDocument copy(*source.Root()->Node(u"a"));
