@@ -62,9 +62,10 @@ LqWString XmlDocument::Value(const char16_t* path, const char16_t* defaultValue)
 }
 
 const LqWString* XmlDocument::Tag(const char16_t* text, int length) {
-  const auto at = m_tags.find(LqWString(text, false));
-  if (at != m_tags.end()) return &at->first;
-  return &m_tags.emplace(LqWString(text), length).first->first;
+  const LqWString key(text, false);
+  const auto at = m_tags.lower_bound(key);
+  if (at != m_tags.end() && !(key < at->first)) return &at->first;
+  return &m_tags.emplace_hint(at, LqWString(text), length)->first;
 }
 
 void XmlDocument::SetFileName(const char16_t* name) {
