@@ -55,9 +55,12 @@ INSTANTIATE_TEST_SUITE_P(
                     ParseCase{"\"caf\xC3\xA9\"", "\"caf\xC3\xA9\""},
                     ParseCase{"\"\\u0041\\u00\"x\"", "\"A\""},  // "\u00" takes `"x` along
                     ParseCase{"\"a\\u  41z\"", "\"aAz\""},      // the scanner skips blanks
-                    ParseCase{"\"a\\uxyzwb\"", "\"ab\""},       // no hex digit: nothing
-                    ParseCase{"\"a\\u0000b\"", "\"ab\""},       // the value 0: nothing
-                    ParseCase{"\"x\\u0800y\"", "\"x\""},        // a zero lead byte ends the text
+                    ParseCase{"\"a\\uxyzwb\"", "\"ab\""},
+                    ParseCase{"\"\\u0x41\"", "\"A\""},     // a "0x" prefix is read
+                    ParseCase{"\"a\\u-001b\"", "\"ab\""},  // -1: bytes FF BF BF, dropped
+                                                           // no hex digit: nothing
+                    ParseCase{"\"a\\u0000b\"", "\"ab\""},  // the value 0: nothing
+                    ParseCase{"\"x\\u0800y\"", "\"x\""},   // a zero lead byte ends the text
                     ParseCase{"\"abc", nullptr}, ParseCase{"\"a\\", nullptr},
                     ParseCase{"\"\\u12", nullptr}, ParseCase{"\"\\u123", nullptr}));
 
