@@ -95,6 +95,7 @@ bool XmlNode::HoldsBelow(const XmlNode* node) const {
 }
 
 XmlNode& XmlNode::operator=(const XmlNode& other) {
+  // Kept: no self-assignment guard; callers know that a = a empties a.
   if (HoldsBelow(&other)) {
     // The source lies in the subtree that Reset is about to free: copy it out first.
     XmlNode copy(nullptr);
