@@ -24,6 +24,8 @@ struct PathCase {
   const char* found;  // the text of the node found; null: none
 };
 
+void PrintTo(const PathCase& c, std::ostream* os) { PrintCaseName(c.path, os); }
+
 class PathLookup : public testing::TestWithParam<PathCase> {};
 
 TEST_P(PathLookup, FindsTheDocumentedNode) {

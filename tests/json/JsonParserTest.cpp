@@ -11,6 +11,8 @@ struct ParseCase {
   const char* written;  // null: the parse fails
 };
 
+void PrintTo(const ParseCase& c, std::ostream* os) { PrintCaseName(c.text, os); }
+
 class ParsedText : public testing::TestWithParam<ParseCase> {};
 
 TEST_P(ParsedText, ReadsAndWritesBack) {
