@@ -34,7 +34,7 @@
 class LQTOOLS_API JsonDocument {
  public:
   // Containers (arrays and objects) a parse accepts open at once; one more fails the parse, so
-  // that no text can exhaust the stack of the recursive parser, writers and copies.
+  // that no text can exhaust the stack of the recursive parser and writers.
   static constexpr int kMaxParseDepth = 1000;
 
   // ------------------------------------------------------------------------------------------
@@ -49,7 +49,7 @@ class LQTOOLS_API JsonDocument {
     // Type 3 keeps `value`, type 2 its 32-bit truncation (out of range: -2147483648), type 0 the
     // 1 when it is not 0.0, type 4 `string` when not null. A type above 6, also a negative one, is
     // stored as 6.
-    JsonNode(int type, double value = 0.0, const char16_t* string = nullptr);
+    explicit JsonNode(int type, double value = 0.0, const char16_t* string = nullptr);
     // Deep copies: type, values, name and a clone of every child, in order.
     JsonNode(const JsonNode& other);
     JsonNode& operator=(const JsonNode& other);
