@@ -35,7 +35,8 @@ bool BeyondAscii(const std::string& text) {
 
 // Names are escaped when written but not decoded when read; a name ending in '/' reads back as
 // an empty element; an empty name, or one that begins with '/', reads as an end tag; a name
-// beyond ASCII with attributes never closes. Attributes are written raw: a '>' (decoded from an
+// beyond ASCII with attributes never closes; a value of units that all drop out is written as
+// nothing but still counts as a value. Attributes are written raw: a '>' (decoded from an
 // overlong form) ends the start tag, and a unit that the writer drops can reorder or merge the
 // sorted names.
 bool StableAtReread(const XmlNode& node) {
@@ -43,6 +44,8 @@ bool StableAtReread(const XmlNode& node) {
   if (tag.empty() || tag.front() == '/' || tag.back() == '/') return false;
   if (tag.find_first_of("\"&'<>") != std::string::npos) return false;
   if (node.HasAttributes() && BeyondAscii(tag)) return false;
+  // The file form tests the value's units for emptiness, not its written text.
+  if (!node.HasChilds() && !node.Value().IsEmpty() && Written(node.Value()).empty()) return false;
   for (auto at = node.attributesBegin(); at != node.attributesEnd(); ++at) {
     if (HasUnit(at->first, u">") || HasUnit(at->second, u">")) return false;
     for (const char16_t* p = at->first; *p; ++p)
