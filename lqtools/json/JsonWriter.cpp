@@ -86,6 +86,15 @@ void WriteNumber(FILE* stream, const char* format, Value value) {
     Write(stream, number, std::min(static_cast<std::size_t>(length), sizeof number - 1));
 }
 
+// Each child through `writeChild`, with `writeComma` between two.
+template <typename WriteChild, typename WriteComma>
+void Join(const JsonNode::ChildList& childs, WriteChild writeChild, WriteComma writeComma) {
+  for (auto child = childs.begin(); child != childs.end(); ++child) {
+    if (child != childs.begin()) writeComma();
+    writeChild(**child);
+  }
+}
+
 }  // namespace
 
 // ------------------------------------------------------------------------------------------------
@@ -156,19 +165,15 @@ void JsonNode::AppendJsonCode(std::u16string& out) const {
 
 void JsonNode::AppendJsonCodeForArray(std::u16string& out) const {
   out += u'[';
-  for (auto child = m_childs.begin(); child != m_childs.end(); ++child) {
-    if (child != m_childs.begin()) out += u',';
-    (*child)->AppendJsonCode(out);
-  }
+  Join(
+      m_childs, [&](const JsonNode& child) { child.AppendJsonCode(out); }, [&] { out += u','; });
   out += u']';
 }
 
 void JsonNode::AppendJsonCodeForObject(std::u16string& out) const {
   out += u'{';
-  for (auto child = m_childs.begin(); child != m_childs.end(); ++child) {
-    if (child != m_childs.begin()) out += u',';
-    (*child)->AppendJsonCode(out);
-  }
+  Join(
+      m_childs, [&](const JsonNode& child) { child.AppendJsonCode(out); }, [&] { out += u','; });
   out += u'}';
 }
 
@@ -204,19 +209,17 @@ void JsonNode::SaveJsonCode(FILE* stream) const {
 
 void JsonNode::SaveJsonCodeForArray(FILE* stream) const {
   Write(stream, "[", 1);
-  for (auto child = m_childs.begin(); child != m_childs.end(); ++child) {
-    if (child != m_childs.begin()) Write(stream, ",", 1);
-    (*child)->SaveJsonCode(stream);
-  }
+  Join(
+      m_childs, [&](const JsonNode& child) { child.SaveJsonCode(stream); },
+      [&] { Write(stream, ",", 1); });
   Write(stream, "]", 1);
 }
 
 void JsonNode::SaveJsonCodeForObject(FILE* stream) const {
   Write(stream, "{", 1);
-  for (auto child = m_childs.begin(); child != m_childs.end(); ++child) {
-    if (child != m_childs.begin()) Write(stream, ",", 1);
-    (*child)->SaveJsonCode(stream);
-  }
+  Join(
+      m_childs, [&](const JsonNode& child) { child.SaveJsonCode(stream); },
+      [&] { Write(stream, ",", 1); });
   Write(stream, "}", 1);
 }
 
