@@ -55,17 +55,21 @@ void Escape(const Unit* in, Out& out) {
   out += static_cast<Unit>('"');
 }
 
-// A number formatted as narrow text, "%d" or "%.17g" in the "C" locale, appended to wide text.
+// The "%d" text of an integer and the "%.17g" text of a double, in the "C" locale; the length.
+int NumberText(char (&text)[128], int32_t value) {
+  return lq::detail::FormatInteger(text, sizeof text, value);
+}
+int NumberText(char (&text)[128], double value) {
+  return lq::detail::FormatDouble(text, sizeof text, value, 'g', 17);
+}
+
+// A number appended to wide text.
 template <typename Value>
-void AppendNumber(std::u16string& out, const char* format, Value value) {
+void AppendNumber(std::u16string& out, Value value) {
   char number[128];
-  char16_t wide[128];
-  int length = lq::detail::snprintf(number, sizeof number, format, value);
-  if (length < 0) return;
-  if (length >= static_cast<int>(sizeof number)) length = sizeof number - 1;
+  const int length = std::min(NumberText(number, value), static_cast<int>(sizeof number) - 1);
   for (int i = 0; i < length; ++i)
-    wide[i] = static_cast<char16_t>(number[i]);
-  out.append(wide, static_cast<std::size_t>(length));
+    out += static_cast<char16_t>(number[i]);
 }
 
 // The stream is locked once per node, so the pieces go out through the unlocked calls.
@@ -77,11 +81,11 @@ void Write(FILE* stream, const LqString& text) {
   Write(stream, text, static_cast<std::size_t>(text.Length()));
 }
 
-// A number formatted by "%d" or "%.17g" in the "C" locale, to the stream.
+// A number written to the stream.
 template <typename Value>
-void WriteNumber(FILE* stream, const char* format, Value value) {
+void WriteNumber(FILE* stream, Value value) {
   char number[128];
-  const int length = lq::detail::snprintf(number, sizeof number, format, value);
+  const int length = NumberText(number, value);
   if (length > 0)
     Write(stream, number, std::min(static_cast<std::size_t>(length), sizeof number - 1));
 }
@@ -154,8 +158,8 @@ void JsonNode::AppendJsonCode(std::u16string& out) const {
       }
       break;
     case 1: out.append(u"null", 4); break;
-    case 2: AppendNumber(out, "%d", m_intValue); break;
-    case 3: AppendNumber(out, "%.17g", m_doubleValue); break;
+    case 2: AppendNumber(out, m_intValue); break;
+    case 3: AppendNumber(out, m_doubleValue); break;
     case 4: scapeString(static_cast<const char16_t*>(m_stringValue), out); break;
     case 5: AppendJsonCodeForArray(out); break;
     case 6: AppendJsonCodeForObject(out); break;
@@ -192,8 +196,8 @@ void JsonNode::SaveJsonCode(FILE* stream) const {
   switch (m_type) {
     case 0: Write(stream, m_intValue != 0 ? "true" : "false"); break;
     case 1: Write(stream, "null", 4); break;
-    case 2: WriteNumber(stream, "%d", m_intValue); break;
-    case 3: WriteNumber(stream, "%.17g", m_doubleValue); break;
+    case 2: WriteNumber(stream, m_intValue); break;
+    case 3: WriteNumber(stream, m_doubleValue); break;
     case 4: {
       LqString text;
       scapeString(static_cast<const char16_t*>(m_stringValue), text);

@@ -3,9 +3,12 @@
 #include <lqtools/text/detail/WideRuntime.h>
 
 #include <cerrno>
+#include <climits>
 #include <clocale>
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
+#include <cstring>
 #include <string>
 
 // Inside the namespace, the 16-bit routines hide the C library's names.
@@ -14,8 +17,8 @@ namespace {
 
 template <typename... Args>
 std::u16string Format(const char16_t* format, Args... args) {
-  char16_t buffer[256];
-  const int n = swprintf(buffer, 256, format, args...);
+  char16_t buffer[1024];
+  const int n = swprintf(buffer, 1024, format, args...);
   EXPECT_GE(n, 0);
   return buffer;
 }
@@ -36,6 +39,55 @@ TEST(WideFormat, FollowsTheWidePlatformConventions) {
   EXPECT_EQ(Format(u"%08.3d", 5), u"     005");
   EXPECT_EQ(Format(u"%s", static_cast<const char16_t*>(nullptr)), u"(null)");
   EXPECT_EQ(Format(u"%.2s", u"\u4e2d\u6587\u5b57"), u"\u4e2d\u6587");
+}
+
+TEST(WideFormat, FastNumberTextsEqualTheCLibrarys) {
+  const double values[] = {0.0,
+                           -0.0,
+                           1.0,
+                           0.1,
+                           -2.5,
+                           123456.789,
+                           1e21,
+                           1e-5,
+                           1e-300,
+                           5e-324,
+                           1.7976931348623157e308,
+                           NAN,
+                           INFINITY,
+                           -INFINITY,
+                           0.5,
+                           2.5e-7};
+  for (double value : values) {
+    for (char conversion : {'e', 'E', 'f', 'F', 'g', 'G'}) {
+      for (int precision : {-1, 0, 3, 17}) {
+        char expected[1024];
+        char actual[1024];
+        const char format[] = {'%', '.', '*', conversion, 0};
+        std::snprintf(expected, sizeof expected, format, precision, value);
+        EXPECT_EQ(FormatDouble(actual, sizeof actual, value, conversion, precision),
+                  static_cast<int>(std::strlen(expected)));
+        EXPECT_STREQ(actual, expected) << value << ' ' << conversion << precision;
+        const char16_t wideFormat[] = {u'%', u'.', u'*', static_cast<char16_t>(conversion), 0};
+        EXPECT_EQ(Format(wideFormat, precision, value),
+                  std::u16string(expected, expected + std::strlen(expected)));
+      }
+    }
+  }
+  for (long long value : {0LL, -1LL, 42LL, LLONG_MIN, LLONG_MAX}) {
+    char expected[128];
+    char actual[64];
+    std::snprintf(expected, sizeof expected, "%lld|%llx|%llX|%llo|%llu", value, value, value, value,
+                  value);
+    EXPECT_EQ(Format(u"%I64d|%I64x|%I64X|%I64o|%I64u", value, value, value, value, value),
+              std::u16string(expected, expected + std::strlen(expected)));
+    FormatInteger(actual, sizeof actual, value);
+    EXPECT_EQ(std::string(actual),
+              std::string(expected).substr(0, std::string(expected).find('|')));
+  }
+  char cut[4];
+  EXPECT_EQ(FormatDouble(cut, sizeof cut, 12345.0, 'g', 17), 5);
+  EXPECT_STREQ(cut, "123");
 }
 
 TEST(WideFormat, NumbersIgnoreTheHostLocale) {

@@ -1,9 +1,12 @@
 #include "lqtools/text/detail/WideFormat.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <string>
+#include <type_traits>
 
 #include "lqtools/text/detail/Locales.h"
 #include "lqtools/text/detail/WideRuntime.h"
@@ -130,11 +133,43 @@ bool ReadSpec(const char16_t*& p, va_list& args, Spec& spec) {
   return *p != 0;
 }
 
+char ToUpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
+
 // Above these precisions the C library would only add zeros (every binary floating value has a
 // finite decimal expansion), so the library formats with the cap and inserts the zeros itself.
 // Width is also applied here. A huge width or precision thus costs no more than the room left.
 constexpr int kMaxIntegerPrecision = 64;
 constexpr int kMaxFloatPrecision = 16500;
+
+// std::to_chars writes printf's text for these cases ("C" locale), many times faster. Both return
+// the full length of the text, or -1 when the case is not one of them or the buffer is too small.
+template <typename Value>
+int ClassicInteger(char* buffer, std::size_t count, Value value, char conversion) {
+  const int base = conversion == 'o' ? 8 : (conversion == 'x' || conversion == 'X') ? 16 : 10;
+  const std::to_chars_result done = std::to_chars(buffer, buffer + count, value, base);
+  if (done.ec != std::errc()) return -1;
+  if (conversion == 'X') std::transform(buffer, done.ptr, buffer, ToUpperAscii);
+  return static_cast<int>(done.ptr - buffer);
+}
+
+int ClassicDouble(char* buffer, std::size_t count, double value, char conversion, int precision) {
+  std::chars_format format;
+  switch (conversion) {
+    case 'e':
+    case 'E': format = std::chars_format::scientific; break;
+    case 'f':
+    case 'F': format = std::chars_format::fixed; break;
+    case 'g':
+    case 'G': format = std::chars_format::general; break;
+    default: return -1;
+  }
+  const std::to_chars_result done =
+      std::to_chars(buffer, buffer + count, value, format, precision < 0 ? 6 : precision);
+  if (done.ec != std::errc()) return -1;
+  if (conversion == 'E' || conversion == 'F' || conversion == 'G')
+    std::transform(buffer, done.ptr, buffer, ToUpperAscii);
+  return static_cast<int>(done.ptr - buffer);
+}
 
 // The narrow conversion text for snprintf, without width: '%', flags, precision, then `tail`.
 std::string NarrowSpec(const Spec& spec, int precision, const char* tail) {
@@ -195,12 +230,22 @@ void PutNumber(BoundedOutput& out, const Spec& spec, const NumberText& number) {
   if (spec.leftAlign) out.Repeat(u' ', pad);
 }
 
+// Flags that change the text of a number itself; without them std::to_chars gives printf's text.
+bool PlainFlags(const Spec& spec) { return spec.flags.find_first_of("+ #") == std::string::npos; }
+
 template <typename Value>
 void PutIntegerValue(BoundedOutput& out, const Spec& spec, Value value) {
-  const char tail[] = {'l', 'l', static_cast<char>(spec.conversion), 0};
+  const char conversion = static_cast<char>(spec.conversion);
+  const char tail[] = {'l', 'l', conversion, 0};
   const int precision = std::min(spec.precision, kMaxIntegerPrecision);
   NumberText number;
-  number.text = FormatNarrow(NarrowSpec(spec, precision, tail), value);
+  if (PlainFlags(spec) && precision < 0) {
+    char text[32];
+    const int length = ClassicInteger(text, sizeof text, value, conversion);
+    number.text.assign(text, static_cast<std::size_t>(length));
+  } else {
+    number.text = FormatNarrow(NarrowSpec(spec, precision, tail), value);
+  }
   number.zerosAt = PrefixLength(number.text);
   number.zeros = static_cast<std::size_t>(spec.precision - precision);
   number.zeroPadding = spec.precision < 0;  // a precision turns the '0' flag off
@@ -239,7 +284,16 @@ template <typename Value>
 void PutFloatingValue(BoundedOutput& out, const Spec& spec, const char* tail, Value value) {
   const int precision = std::min(spec.precision, kMaxFloatPrecision);
   NumberText number;
-  number.text = FormatNarrow(NarrowSpec(spec, precision, tail), value);
+  char text[512];
+  const int length = std::is_same_v<Value, double> && PlainFlags(spec)
+                         ? ClassicDouble(text, sizeof text, static_cast<double>(value),
+                                         static_cast<char>(spec.conversion), precision)
+                         : -1;
+  if (length >= 0 && static_cast<std::size_t>(length) < sizeof text) {
+    number.text.assign(text, static_cast<std::size_t>(length));
+  } else {
+    number.text = FormatNarrow(NarrowSpec(spec, precision, tail), value);
+  }
   const bool finite = number.text.find_first_of("0123456789") != std::string::npos;
   number.zeroPadding = finite;
   const char conversion = static_cast<char>(spec.conversion);
@@ -289,6 +343,15 @@ void PutString(BoundedOutput& out, const Spec& spec, const Unit* text) {
   const std::size_t limit =
       spec.precision >= 0 ? static_cast<std::size_t>(spec.precision) : SIZE_MAX;
   PutText(out, spec, text ? text : nullText, limit);
+}
+
+// Copies `length` units of `text` cut to the buffer, terminated; the result is `length`.
+int CopyCut(char* buffer, std::size_t count, const char* text, int length) {
+  if (!buffer || count == 0 || length < 0) return length;
+  const std::size_t kept = std::min(count - 1, static_cast<std::size_t>(length));
+  std::copy(text, text + kept, buffer);
+  buffer[kept] = 0;
+  return length;
 }
 
 }  // namespace
@@ -365,6 +428,21 @@ int swprintf(char16_t* buffer, std::size_t count, const char16_t* format, ...) {
   const int result = vswprintf(buffer, count, format, args);
   va_end(args);
   return result;
+}
+
+int FormatInteger(char* buffer, std::size_t count, long long value) {
+  char text[32];
+  const int length = ClassicInteger(text, sizeof text, value, 'd');
+  return CopyCut(buffer, count, text, length);
+}
+
+int FormatDouble(char* buffer, std::size_t count, double value, char conversion, int precision) {
+  if (!std::strchr("eEfFgGaA", conversion) || conversion == 0) return -1;
+  char text[512];
+  int length = ClassicDouble(text, sizeof text, value, conversion, precision);
+  if (length >= 0) return CopyCut(buffer, count, text, length);
+  const char format[] = {'%', '.', '*', conversion, 0};
+  return snprintf(buffer, count, format, precision, value);
 }
 
 int vsnprintf(char* buffer, std::size_t count, const char* format, va_list args) {

@@ -20,6 +20,13 @@ LQTOOLS_API int vswprintf(char16_t* buffer, std::size_t count, const char16_t* f
                           va_list args);
 LQTOOLS_API int swprintf(char16_t* buffer, std::size_t count, const char16_t* format, ...);
 
+// The texts of "%lld" and of "%.<precision><conversion>" (conversion e, E, f, F, g or G; a negative
+// precision means 6) in the "C" locale, as snprintf writes them but many times faster. The text
+// is cut to `count - 1` units and terminated; the result is its full length.
+LQTOOLS_API int FormatInteger(char* buffer, std::size_t count, long long value);
+LQTOOLS_API int FormatDouble(char* buffer, std::size_t count, double value, char conversion,
+                             int precision);
+
 // vsnprintf and snprintf of the C library, run in the "C" locale.
 LQTOOLS_API int vsnprintf(char* buffer, std::size_t count, const char* format, va_list args);
 LQTOOLS_API int snprintf(char* buffer, std::size_t count, const char* format, ...)
