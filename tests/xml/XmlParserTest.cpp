@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 #include "xml/XmlTestHelpers.h"
 
 using XmlNode = XmlDocument::XmlNode;
@@ -13,15 +11,12 @@ TEST(XmlParser, AcceptsTheNarrowFormAndRejectsTheRest) {
   } cases[] = {
       {"<a/>", "<a></a>"},
       {"<a />", "<a></a>"},
-      {"<a></a>", "<a></a>"},
-      {"<?xml version=\"1.0\"?><a/>", "<a></a>"},
       {"<?xml a=\"?\"?><a/>", nullptr},
       {"<?xml version=\"1.0\"", nullptr},
       {"\xEF\xBB\xBF<?xml version=\"1.0\"?>\n<a>1</a>", "<a>1</a>"},
       {"junk <a>1</a><b>2</b> tail", "<a>1</a>"},
       // A '"' anywhere behind an opening '\'' ends the list: the value doesn't open with it.
       {"<a x='1' y=\"2\"/>", "<a></a>"},
-      {"<a y=\"2\" x='1'/>", "<a x=\"1\" y=\"2\"></a>"},
       {"<a x=\"1\" y = \"2\"/>", "<a x=\"1\"></a>"},
       {"<a x =\"1\"/>", "<a x =\"1\"></a>"},
       // The closing quote is the first '"' left, whichever quote opened the value.
@@ -38,7 +33,7 @@ TEST(XmlParser, AcceptsTheNarrowFormAndRejectsTheRest) {
       {"<a>x", nullptr},
       {"<a>", nullptr},
       {"<a>x</a >", nullptr},
-      {"<a x=\"1\">t</a>", "<a x=\"1\">t</a>"},
+      {"<a x=\"1\">\xC3\xA9</a>", "<a x=\"1\">\xC3\xA9</a>"},
       {"<\xC3\xA9></\xC3\xA9>", "<\xC3\xA9></\xC3\xA9>"},
       // A count of units is compared against bytes at the end tag.
       {"<\xC3\xA9 x=\"1\"></\xC3\xA9>", nullptr},
@@ -50,31 +45,11 @@ TEST(XmlParser, AcceptsTheNarrowFormAndRejectsTheRest) {
   };
   XmlDocument document;
   for (const Case& c : cases) {
-    const bool parsed = document.Parse(c.input);
-    EXPECT_EQ(parsed, c.code != nullptr) << c.input;
-    EXPECT_EQ(document.IsOK(), parsed) << c.input;
-    if (parsed && c.code) {
-      EXPECT_EQ(Code(document), c.code) << c.input;
-    }
+    EXPECT_EQ(document.Parse(c.input), c.code != nullptr) << c.input;
+    // A failed parse leaves an empty document, whose text is empty.
+    EXPECT_EQ(Code(document), c.code ? c.code : "") << c.input;
   }
   EXPECT_FALSE(document.Parse(nullptr));
-}
-
-TEST(XmlParser, EmptyElementFormsDifferOnlyInTheValueObject) {
-  XmlDocument document;
-  ASSERT_TRUE(document.Parse("<r><a/><a></a></r>"));
-  XmlNode* first = *document.Root()->ChildsBegin();
-  XmlNode* second = *document.Root()->ReverseChildsBegin();
-  EXPECT_EQ(&first->Value(), &XmlNode::m_emptyValue);
-  EXPECT_NE(&second->Value(), &XmlNode::m_emptyValue);
-  EXPECT_TRUE(*first == *second);
-}
-
-TEST(XmlParser, PrettyPrintedParentsKeepTheirWhiteSpaceAsValue) {
-  XmlDocument document;
-  ASSERT_TRUE(document.Parse("<r>\n  <a>1</a>\n  <b>\xC3\xA9</b>\n</r>"));
-  EXPECT_EQ(U8(document.Root()->Value()), "\n  \n  \n");
-  EXPECT_EQ(U8(document.Value(u"b", u"")), "\xC3\xA9");
 }
 
 TEST(XmlParser, LongTextRunsAndLongNamesSurvive) {
@@ -97,24 +72,20 @@ TEST(XmlParser, XmlTextDecodesLaxlyInBothWidths) {
   EXPECT_EQ(U8(wide), "&\xC3\xA9mp;>");
 }
 
-TEST(XmlParser, WhatTheWriterWroteParsesBackToAnEqualTree) {
+TEST(XmlParser, WhatTheWritersWroteParsesBackToAnEqualTree) {
   XmlDocument document;
   document.Create(u"r");
-  XmlNode* root = document.Root();
-  for (int i = 0; i < 20; ++i) {
+  for (int i = 0; i < 6; ++i) {
     // A name beyond ASCII with attributes never closes, so only plain names get attributes.
-    XmlNode* child = root->NewChild(i % 3 ? u"item" : u"\u00e9l\u00e9ment");
+    XmlNode* child = document.Root()->NewChild(i % 3 ? u"item" : u"\u00e9l\u00e9ment");
     if (i % 3) child->setAttribute(u"id", i % 2 ? u"1" : u"\u20ac");
     child->SetValue(u"v", u"a<b&c>'\"");
     child->SetValue(u"n", i);
     child->NewChild(u"empty");
   }
-  LqString text;
-  document.CreateXmlCode(text, true);
   XmlDocument again;
-  ASSERT_TRUE(again.Parse(text));
+  ASSERT_TRUE(again.Parse((kHeader + Code(document)).c_str()));
   EXPECT_TRUE(*again.Root() == *document.Root());
-
   TempFolder folder;
   ASSERT_TRUE(document.SaveAs(folder.Wide("t.xml").c_str()));
   ASSERT_TRUE(again.Load(folder.Wide("t.xml").c_str()));
@@ -123,21 +94,18 @@ TEST(XmlParser, WhatTheWriterWroteParsesBackToAnEqualTree) {
 
 TEST(XmlParser, NestingBeyondTheLimitIsRefusedWithFalse) {
   auto nested = [](int depth) {
-    std::string text;
+    std::string open, close;
     for (int i = 0; i < depth; ++i)
-      text += "<a>";
-    for (int i = 0; i < depth; ++i)
-      text += "</a>";
-    return text;
+      open += "<a>", close += "</a>";
+    return open + close;
   };
   XmlDocument document;
   ASSERT_TRUE(document.Parse(nested(2000).c_str()));
-  EXPECT_EQ(Code(document).size(), 2000u * 7);
+  EXPECT_EQ(Code(document), nested(2000));
   XmlDocument copy(*document.Root());
   EXPECT_TRUE(*copy.Root() == *document.Root());
   EXPECT_FALSE(document.Parse(nested(2001).c_str()));
   EXPECT_FALSE(document.Parse(nested(300000).c_str()));
-  EXPECT_FALSE(document.IsOK());
 }
 
 TEST(XmlParser, LoadReadsWholeFilesAndFailsOnBrokenOnes) {
@@ -146,30 +114,26 @@ TEST(XmlParser, LoadReadsWholeFilesAndFailsOnBrokenOnes) {
   WriteFile(folder.Path() / "cut.xml", "<r><a>1</a");
   XmlDocument document;
   EXPECT_TRUE(document.Load(folder.Wide("good.xml").c_str()));
-  EXPECT_EQ(document.Root()->iValue(u"a", 0), 1);
-  EXPECT_FALSE(document.Load(folder.Wide("cut.xml").c_str()));
-  EXPECT_FALSE(document.IsOK());
-  EXPECT_EQ(U8(document.FileName()), U8(folder.Wide("cut.xml").c_str()));
-  EXPECT_FALSE(document.Load(folder.Wide("missing.xml").c_str()));
-  EXPECT_FALSE(document.Load(folder.Wide("").c_str()));
-  EXPECT_FALSE(document.Load(U16(folder.Path().string()).c_str()));
+  for (const std::u16string& name :
+       {folder.Wide("cut.xml"), folder.Wide("missing.xml"), folder.Wide(""), std::u16string()}) {
+    EXPECT_FALSE(document.Load(name.c_str())) << U8(name.c_str());
+    EXPECT_FALSE(document.IsOK());
+    // The name that was tried stays.
+    EXPECT_EQ(U8(document.FileName()), U8(name.c_str()));
+  }
 }
 
 TEST(XmlParser, TwoFileLoadRepairsTheMainFileFromTheBackup) {
   TempFolder folder;
-  const std::u16string main = folder.Wide("main.xml");
-  const std::u16string backup = folder.Wide("backup.xml");
+  const std::u16string main = folder.Wide("main.xml"), backup = folder.Wide("backup.xml");
   WriteFile(folder.Path() / "main.xml", "<r><a>broken");
   WriteFile(folder.Path() / "backup.xml", "<r><a>2</a></r>");
   XmlDocument document;
   EXPECT_TRUE(document.Load(main.c_str(), backup.c_str()));
   EXPECT_EQ(document.Root()->iValue(u"a", 0), 2);
   EXPECT_EQ(U8(document.FileName()), U8(main.c_str()));
-  EXPECT_EQ(ReadFile(folder.Path() / "main.xml"),
-            "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?><r><a>2</a></r>");
-
+  EXPECT_EQ(ReadFile(folder.Path() / "main.xml"), kHeader + "<r><a>2</a></r>");
+  WriteFile(folder.Path() / "main.xml", "broken");
   WriteFile(folder.Path() / "backup.xml", "broken too");
-  WriteFile(folder.Path() / "main.xml", "also broken");
   EXPECT_FALSE(document.Load(main.c_str(), backup.c_str()));
-  EXPECT_FALSE(XmlDocument().Load(backup.c_str(), main.c_str()));
 }

@@ -10,6 +10,9 @@
 #include <random>
 #include <string>
 
+// The 55 bytes that open every saved document.
+inline const std::string kHeader = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>";
+
 inline std::string U8(const LqWString& text) {
   LqString narrow;
   Utf16ToUtf8(narrow, text);
@@ -47,19 +50,14 @@ inline void WriteFile(const std::filesystem::path& path, const std::string& text
 // A fresh folder under the system's temporary folder, removed with everything in it.
 class TempFolder {
  public:
-  TempFolder() {
-    std::random_device random;
-    m_path = std::filesystem::temp_directory_path() /
-             ("lqtools-xml-" + std::to_string(random()) + std::to_string(random()));
-    std::filesystem::create_directories(m_path);
-  }
-  ~TempFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(m_path, ignored);
-  }
+  TempFolder() { std::filesystem::create_directories(m_path); }
+  ~TempFolder() { std::filesystem::remove_all(m_path, m_ignored); }
   const std::filesystem::path& Path() const { return m_path; }
   std::u16string Wide(const std::string& name) const { return U16((m_path / name).string()); }
 
  private:
-  std::filesystem::path m_path;
+  std::filesystem::path m_path = std::filesystem::temp_directory_path() /
+                                 ("lqtools-xml-" + std::to_string(std::random_device()()) +
+                                  std::to_string(std::random_device()()));
+  std::error_code m_ignored;
 };
