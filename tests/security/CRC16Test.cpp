@@ -1,39 +1,25 @@
 #include <gtest/gtest.h>
 #include <lqtools/security/LqCRC16.h>
 
-#include <cstring>
-
 namespace {
 
-TEST(CRC16, GivesTheModbusCheckValueWithItsBytesExchanged) {
-  LqCRC16 crc;
-  EXPECT_EQ(crc.Value(), 0xFFFF);
-  crc.Add("123456789", 9);
-  EXPECT_EQ(crc.Value(), 0x374B);
-  EXPECT_EQ(static_cast<int>(crc), 0x374B);
-  crc.Reset();
-  EXPECT_EQ(crc.Value(), 0xFFFF);
-}
-
-TEST(CRC16, BlocksBytesAndSplitsAgree) {
-  const char text[] = "The quick brown fox jumps over the lazy dog";
-  const int size = static_cast<int>(std::strlen(text));
-  LqCRC16 whole;
-  whole.Add(text, size);
-  for (int split = 0; split <= size; ++split) {
-    LqCRC16 parts;
-    parts.Add(text, split);
-    LqCRC16 copy = parts;
-    copy.Add(text + split, size - split);
-    EXPECT_EQ(copy.Value(), whole.Value()) << split;
-  }
+TEST(CRC16, GivesTheModbusCheckValueWithItsBytesExchangedHoweverTheBytesArrive) {
+  const char* const check = "123456789";
   LqCRC16 bytes;
-  for (int i = 0; i < size; ++i)
-    bytes.Add(static_cast<unsigned char>(text[i]));
-  EXPECT_EQ(bytes.Value(), whole.Value());
-  bytes.Add(nullptr, 5);
-  bytes.Add(text, -1);
-  EXPECT_EQ(bytes.Value(), whole.Value());
+  EXPECT_EQ(bytes.Value(), 0xFFFF);
+  for (int i = 0; i < 9; ++i)
+    bytes.Add(static_cast<unsigned char>(check[i]));
+  EXPECT_EQ(static_cast<int>(bytes), 0x374B);
+  for (int split = 0; split <= 9; ++split) {
+    LqCRC16 parts;
+    parts.Add(check, split);
+    parts.Add(check + split, 9 - split);
+    EXPECT_EQ(parts.Value(), 0x374B) << split;
+  }
+  bytes.Reset();
+  bytes.Add(nullptr, 5);  // nothing to add
+  bytes.Add(check, -1);
+  EXPECT_EQ(bytes.Value(), 0xFFFF);
 }
 
 TEST(CRC16, TablesAreTheStepsOfTheReflectedPolynomial) {
