@@ -14,15 +14,8 @@ namespace {
 
 const char kUnexpected[] = "Unexpected situation!";
 
-// The duplicate of a wide text, on the heap of malloc and free.
-char16_t* DuplicateText(const char16_t* text) {
-  if (!text) text = u"";
-  const std::size_t bytes = (lq::detail::wcslen(text) + 1) * sizeof(char16_t);
-  auto* copy = static_cast<char16_t*>(std::malloc(bytes));
-  if (!copy) throw std::bad_alloc();
-  std::memcpy(copy, text, bytes);
-  return copy;
-}
+// The duplicate of a wide text, an empty one for null.
+char16_t* DuplicateText(const char16_t* text) { return lq::detail::wcsdup(text ? text : u""); }
 
 // A new node that receives `name`; nothing leaks when the name is refused.
 JsonNode* Named(JsonNode* created, const char16_t* name) {

@@ -1,18 +1,9 @@
 #include "lqtools/xml/XmlDocument.h"
 
 #include <algorithm>
+#include <cstdlib>
 
-namespace {
-
-char16_t* HeapCopy(const char16_t* text) {
-  if (!text) return nullptr;
-  const int length = LqWideChar::Length(text);
-  auto* copy = new char16_t[static_cast<std::size_t>(length) + 1];
-  std::copy(text, text + length + 1, copy);
-  return copy;
-}
-
-}  // namespace
+#include "lqtools/text/detail/WideRuntime.h"
 
 XmlDocument::XmlDocument()
     : m_root(nullptr),
@@ -32,8 +23,8 @@ XmlDocument::XmlDocument(const XmlNode& node) : XmlDocument() {
 XmlDocument::~XmlDocument() {
   // The virtual Reset of a derived class is gone by now; this is the document's own.
   XmlDocument::Reset();
-  delete[] m_fileName;
-  delete[] m_bckFileName;
+  std::free(m_fileName);
+  std::free(m_bckFileName);
 }
 
 void XmlDocument::Reset() {
@@ -69,13 +60,13 @@ const LqWString* XmlDocument::Tag(const char16_t* text, int length) {
 }
 
 void XmlDocument::SetFileName(const char16_t* name) {
-  char16_t* copy = HeapCopy(name);
-  delete[] m_fileName;
+  char16_t* copy = lq::detail::wcsdup(name);
+  std::free(m_fileName);
   m_fileName = copy;
 }
 
 void XmlDocument::SetBckFileName(const char16_t* name) {
-  delete[] m_bckFileName;
+  std::free(m_bckFileName);
   m_bckFileName = nullptr;
   // Kept: the name goes into the file name, so the backup name stays null for good.
   if (name) SetFileName(name);

@@ -4,6 +4,8 @@
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
+#include <cstring>
+#include <new>
 #include <string>
 
 #include "lqtools/text/detail/Locales.h"
@@ -16,6 +18,15 @@ std::size_t wcslen(const char16_t* text) {
   while (*p)
     ++p;
   return static_cast<std::size_t>(p - text);
+}
+
+char16_t* wcsdup(const char16_t* text) {
+  if (!text) return nullptr;
+  const std::size_t bytes = (wcslen(text) + 1) * sizeof(char16_t);
+  auto* copy = static_cast<char16_t*>(std::malloc(bytes));
+  if (!copy) throw std::bad_alloc();
+  std::memcpy(copy, text, bytes);
+  return copy;
 }
 
 int wcsncmp(const char16_t* a, const char16_t* b, std::size_t count) {

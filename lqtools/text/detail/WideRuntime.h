@@ -12,6 +12,8 @@
 namespace lq::detail {
 
 LQTOOLS_API std::size_t wcslen(const char16_t* text);  // 0 for null
+// A copy from malloc, to be released with free; null for null. std::bad_alloc when memory runs out.
+LQTOOLS_API char16_t* wcsdup(const char16_t* text);
 LQTOOLS_API int wcsncmp(const char16_t* a, const char16_t* b, std::size_t count);
 
 // strtol/strtoul on 16-bit units, clamped to the 32-bit ranges; `end` may be null.
