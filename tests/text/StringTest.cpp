@@ -87,9 +87,10 @@ TEST(LqString, AssignFromOwnTextIsSafe) {
   LqWString s(u"hello");
   s.Assign(s + 1, s.Length() - 1);
   EXPECT_EQ(s, u"ello");
-  s = s;
+  const LqWString& same = s;
+  s = same;
   EXPECT_EQ(s, u"ello");
-  s += s;
+  s += same;
   EXPECT_EQ(s, u"elloello");
 }
 
