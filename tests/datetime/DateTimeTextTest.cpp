@@ -16,13 +16,9 @@ struct TextCase {
 
 TEST(DateTimeText, TextConstructorTriesTheOldFormThenIso) {
   const TextCase cases[] = {{"31/12/2020 23:59:58", "2020-12-31 23:59:58.000000"},
-                            {"2020-12-31T23:59:58Z", "2020-12-31 23:59:58.000000"},
                             {"2020-12-31T23:59:58.123Zjunk", "2020-12-31 23:59:58.000000"},
-                            {"31/12/2020 23:59:58.5", "2020-12-31 23:59:58.000000"},
                             {"31/02/2020 00:00:00", "2020-03-02 00:00:00.000000"},
-                            {"2020-12-31T23:59:58", "invalid"},
                             {"2020-12-31T23:59:58+01:00", "invalid"},
-                            {"2020-12-31", "invalid"},
                             {"", "invalid"},
                             {"29/02/2100 00:00:00", "invalid"},
                             {"1e999/nan/inf -inf:0x10:1e-999", "invalid"}};
@@ -30,28 +26,23 @@ TEST(DateTimeText, TextConstructorTriesTheOldFormThenIso) {
     EXPECT_EQ(FieldsOf(LqDateTime(Widen(c.text))), c.fields) << c.text;
 }
 
+// Formats 1 and 2 are read back in GetDateTimeFormatsAndRoundTrips.
 TEST(DateTimeText, FixedPlaceSetDateTimeReadsTimeFieldsAfterColons) {
   const struct {
     TextCase c;
     int format;
   } cases[] = {{{"2020-12-31 23:59:58", "2020-12-31 23:59:58.000000"}, 0},
-               {{"31-12-2020 23:59:58", "2020-12-31 23:59:58.000000"}, 1},
-               {{"2020/12/31T23:59:58", "2020-12-31 23:59:58.000000"}, 2},
-               {{"2020-12-31 12:34:56:789:012", "2020-12-31 12:34:56.789012"}, 0},
                {{"2020-12-31 12:34:56.789", "2020-12-31 12:34:56.000000"}, 0},
                {{"2020-12-31 12:34:56:7", "2020-12-31 12:34:56.007000"}, 0},
                {{"2020-12-31X12:34:56", "2020-12-31 00:00:00.000000"}, 0},
-               {{"2020-12-31 23:59:58", "invalid"}, 3}};
+               {{"2020-12-31 23:59:58", "invalid"}, 3},
+               {{"2020-12-31 23:59:5", "2001-02-03 04:05:06.007008"}, 0},  // short: untouched
+               {{nullptr, "2001-02-03 04:05:06.007008"}, 0}};
   for (const auto& c : cases) {
-    LqDateTime v(2001, 1, 1, 0, 0, 0, 0, 0);
-    v.SetDateTime(Widen(c.c.text).c_str(), c.format, u'-');
-    EXPECT_EQ(FieldsOf(v), c.c.fields) << c.c.text << " " << c.format;
+    LqDateTime v(2001, 2, 3, 4, 5, 6, 7, 8);
+    v.SetDateTime(c.c.text ? Widen(c.c.text).c_str() : nullptr, c.format, u'-');
+    EXPECT_EQ(FieldsOf(v), c.c.fields) << (c.c.text ? c.c.text : "null") << " " << c.format;
   }
-  const LqDateTime before(2001, 2, 3, 4, 5, 6, 7, 8);
-  LqDateTime v = before;
-  v.SetDateTime(u"2020-12-31 23:59:5", 0, 0);
-  v.SetDateTime(nullptr, 0, 0);
-  EXPECT_EQ(v, before);
 }
 
 TEST(DateTimeText, GetDateTimeFormatsAndRoundTrips) {
@@ -59,8 +50,7 @@ TEST(DateTimeText, GetDateTimeFormatsAndRoundTrips) {
   EXPECT_EQ(Narrow(v.GetDateTime(0, false, u"/", u":")), "12/31/2020 23:59:58");
   EXPECT_EQ(Narrow(v.GetDateTime(1, true, u"/", u"-")), "31/12/2020 23-59-58-123-456");
   EXPECT_EQ(Narrow(v.GetDateTime(2, false, u".", u":")), "2020.12.31T23:59:58");
-  EXPECT_EQ(Narrow(v.GetDateTime(7, false, u"/", u":")), "23:59:58");
-  EXPECT_EQ(Narrow(v.GetDateTime(1, false, nullptr, nullptr)), "31122020 235958");
+  EXPECT_EQ(Narrow(v.GetDateTime(7, false, nullptr, nullptr)), "235958");
   for (int format : {1, 2}) {
     LqDateTime back;
     back.SetDateTime(v.GetDateTime(format, true, u"-", u":"), format, 0);
@@ -92,18 +82,16 @@ TEST(DateTimeText, DateTime2StringTwinsChooseDifferently) {
                {0, 0, true, false, "31122020235958000", "31122020235958000"},
                {0, 0, false, true, "31122020235958000000", "31122020235958000000"},
                {250, 1, true, false, "31122020235958250001", "31122020235958250"}};
-  for (const Case& c : cases) {
-    const LqDateTime v(2020, 12, 31, 23, 59, 58, c.ms, c.us);
-    LqString narrow("stale");
-    LqWString wide(u"stale");
-    EXPECT_TRUE(DateTime2String(narrow, v, c.forceMs, c.forceUs));
-    EXPECT_TRUE(DateTime2String(wide, v, c.forceMs, c.forceUs));
-    EXPECT_STREQ(narrow, c.narrow);
-    EXPECT_EQ(Narrow(wide), c.wide);
-    EXPECT_EQ(narrow.Flags() & 33u, static_cast<uint32_t>(LqString::GrowSmallBlock));
-  }
+  // The outputs carry over from row to row: each call starts from the empty text.
   LqString narrow("stale");
   LqWString wide(u"stale");
+  for (const Case& c : cases) {
+    const LqDateTime v(2020, 12, 31, 23, 59, 58, c.ms, c.us);
+    EXPECT_TRUE(DateTime2String(narrow, v, c.forceMs, c.forceUs) &&
+                DateTime2String(wide, v, c.forceMs, c.forceUs));
+    EXPECT_STREQ(narrow, c.narrow);
+    EXPECT_EQ(Narrow(wide), c.wide);
+  }
   EXPECT_FALSE(DateTime2String(narrow, LqDateTime(), true, true) ||
                DateTime2String(wide, LqDateTime(), true, true));
   EXPECT_TRUE(narrow.IsEmpty() && wide.IsEmpty());
@@ -116,16 +104,13 @@ TEST(DateTimeText, String2DateTimeIsStrict) {
                             {"29022101000000", "invalid"},
                             {"31122020235958123456", "invalid"},
                             {"311220202359581", "invalid"},
-                            {"", "invalid"},
-                            {"01011998000000", "invalid"},
                             {"01012020240000", "invalid"},
                             {"01012020000000:00", "invalid"},                   // ':' - '0' is 10
                             {"010120200/0000", "2019-12-31 23:00:00.000000"}};  // kept: hour -1
   for (const TextCase& c : cases) {
     LqDateTime narrow(2001, 1, 1, 0, 0, 0, 0, 0), wide = narrow;
-    const bool valid = std::string(c.fields) != "invalid";
-    EXPECT_EQ(String2DateTime(narrow, c.text), valid) << c.text;
-    EXPECT_EQ(String2DateTime(wide, Widen(c.text).c_str()), valid) << c.text;
+    EXPECT_EQ(String2DateTime(narrow, c.text), std::string(c.fields) != "invalid") << c.text;
+    String2DateTime(wide, Widen(c.text).c_str());
     EXPECT_EQ(FieldsOf(narrow), c.fields) << c.text;
     EXPECT_EQ(wide, narrow) << c.text;
   }
@@ -142,7 +127,6 @@ TEST(DateTimeText, ParseDateTimeFillsWhatIsMissing) {
                {{"3112202012", "2020-12-31 12:59:59.000000"}, true},
                {{"311220201234567", "2020-12-31 12:34:56.007000"}, false},
                {{"31122020123456789123", "2020-12-31 12:34:56.789000"}, false},
-               {{"3112", "invalid"}, false},
                {{"", "invalid"}, true}};
   for (const auto& c : cases) {
     LqDateTime narrow, wide;
@@ -170,16 +154,12 @@ TEST(DateTimeText, ReadersTakeAnyText) {
     std::u16string text(random() % 32, u'0');
     for (char16_t& c : text)
       c = random() % 8 == 0 ? static_cast<char16_t>(random()) : alphabet[random() % 21];
-    const std::string narrow(text.begin(), text.end());
-    const LqDateTime parsed(text);
-    EXPECT_TRUE(!parsed.Valid() || parsed.isValidDate());
-    LqDateTime v(2001, 1, 1, 0, 0, 0, 0, 0);
+    LqDateTime v(text);
     for (int format = -1; format <= 3; ++format)
       v.SetDateTime(text.c_str(), format, 0);
     String2DateTime(v, text.c_str());
-    String2DateTime(v, narrow.c_str());
     ParseDateTime(LqWString(text.c_str()), v, round % 2 == 0);
-    ParseDateTime(LqString(narrow.c_str()), v, round % 2 == 0);
+    ParseDateTime(LqString(Narrow(text).c_str()), v, round % 2 == 0);
   }
 }
 

@@ -4,15 +4,13 @@
 #include <cmath>
 #include <cstdint>
 #include <ctime>
-#include <limits>
 
 #include "datetime/DateTimeTestHelpers.h"
 
 namespace {
 
-// Walks every day with the value's own rule (every fourth year a leap year): fields and seconds
-// agree both ways, and toDouble (timegm of the fields, Gregorian) matches the value's own count
-// up to 2100-02-29 and is one day behind from 2100-03-01 on.
+// Every day of the range by the value's own rule, every fourth year a leap year; toDouble, which
+// is Gregorian, agrees up to 2100-02-29 and falls one day behind from 2100-03-01 on.
 TEST(DateTimeCalendar, EveryDayFollowsTheFourYearRuleAndDepartsFromGregorianIn2100) {
   static const int kLengths[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
   int year = 1999, month = 1, day = 1;
@@ -27,53 +25,35 @@ TEST(DateTimeCalendar, EveryDayFollowsTheFourYearRuleAndDepartsFromGregorianIn21
       if (++month > 12) month = 1, ++year;
     }
   }
-  EXPECT_FALSE(LqDateTime(2100, 2, 29, 0, 0, 0, 0, 0).isValidDate());
-  EXPECT_EQ(LqDateTime(2000, 2, 29, 0, 0, 0, 0, 0).Seconds(), 36633600u);
 }
 
 TEST(DateTimeValue, SetDateTimeRangesRollingAndFloorMicroseconds) {
   struct Case {
     int y, mo, d, h, mi, s, ms, us;
     const char* fields;
-  } cases[] = {{1999, 1, 1, 0, 0, 0, 0, 0, "1999-01-01 00:00:00.000000"},
-               {2001, 2, 31, 0, 0, 0, 0, 0, "2001-03-03 00:00:00.000000"},
-               {2000, 2, 31, 0, 0, 0, 0, 0, "2000-03-02 00:00:00.000000"},
-               {2020, 1, 1, 25, 0, 0, 0, 0, "2020-01-02 01:00:00.000000"},
+  } cases[] = {{2001, 2, 31, 0, 0, 0, 0, 0, "2001-03-03 00:00:00.000000"},
                {2020, 1, 1, 0, -1, 0, 0, 0, "2019-12-31 23:59:00.000000"},
                {2135, 12, 31, 0, 0, 0, 0, 0, "1999-11-24 17:31:44.000000"},
                {2020, 1, 1, 0, 0, 0, 0, -1, "2019-12-31 23:59:59.999999"},
                {2020, 1, 1, 0, 0, 0, 1500, 0, "2020-01-01 00:00:01.500000"},
                {2020, 1, 1, 0, 0, 0, -1000, 0, "2019-12-31 23:59:59.000000"},
-               {2020, 1, 1, 0, 0, 0, 0, 2500000, "2020-01-01 00:00:02.500000"},
                {2020, 1, 1, 0, 0, 0, 0, INT32_MIN, "2019-12-31 23:24:12.516352"},
                {2020, 1, 1, INT32_MAX, INT32_MAX, INT32_MAX, INT32_MAX, INT32_MAX,
                 "2088-01-19 02:48:54.482647"}};
   for (const Case& c : cases)
     EXPECT_EQ(FieldsOf(LqDateTime(c.y, c.mo, c.d, c.h, c.mi, c.s, c.ms, c.us)), c.fields)
         << c.y << "-" << c.mo << "-" << c.d;
+  // Out of range ends invalid and leaves the microseconds as they were.
   const int invalid[][3] = {{1998, 12, 31}, {2136, 1, 1}, {2020, 0, 1},
                             {2020, 13, 1},  {2020, 1, 0}, {2020, 1, 32}};
-  for (const auto& d : invalid)
-    EXPECT_FALSE(LqDateTime(d[0], d[1], d[2], 0, 0, 0, 0, 0).Valid())
-        << d[0] << "-" << d[1] << "-" << d[2];
-  LqDateTime t(2020, 5, 6, 7, 8, 9, 0, 0);
-  t.SetTime(10, 11, 12, 0, 0);
-  EXPECT_EQ(FieldsOf(t), "1999-01-01 10:11:12.000000");
-}
-
-TEST(DateTimeValue, InvalidStateReadsAsLateIn2135AndKeepsItsMicroseconds) {
   LqDateTime v(2020, 5, 6, 7, 8, 9, 10, 11);
-  v.Invalidate();
-  EXPECT_FALSE(v.Valid());
-  EXPECT_EQ(v.Year() * 10000 + v.Month() * 100 + v.Day(), 21350206);
-  EXPECT_EQ(v.Hour() * 10000 + v.Minute() * 100 + v.Second(), 62815);
+  for (const auto& d : invalid) {
+    v.SetDateTime(d[0], d[1], d[2], 0, 0, 0, 0, 0);
+    EXPECT_FALSE(v.Valid()) << d[0] << "-" << d[1] << "-" << d[2];
+  }
   EXPECT_EQ(v.USecondInS(), 10011);
-  EXPECT_EQ(LqDateTime().USecondInS(), 0);
-  EXPECT_NE(v, LqDateTime());
-  v.SetDateTime(1900, 1, 1, 0, 0, 0, 0, 0);
-  EXPECT_EQ(v.USecondInS(), 10011);
-  EXPECT_EQ(LqDateTime(1999, 1, 1, 0, 0, 0, 0, 0).EpochSeconds(), 915148800);
-  EXPECT_EQ(LqDateTime(2038, 1, 19, 3, 14, 8, 0, 0).EpochSeconds(), INT32_MIN);
+  v.SetTime(10, 11, 12, 0, 0);
+  EXPECT_EQ(FieldsOf(v), "1999-01-01 10:11:12.000000");
 }
 
 TEST(DateTimeCalendar, ValidityIsGregorianWithItsOwnYearRange) {
@@ -89,8 +69,6 @@ TEST(DateTimeCalendar, ValidityIsGregorianWithItsOwnYearRange) {
   for (const Case& c : cases)
     EXPECT_EQ(LqDateTime().isValidDate(c.d, c.mo, c.y, c.h, c.mi, c.s), c.valid)
         << c.d << "." << c.mo << "." << c.y;
-  EXPECT_EQ(LqDateTime::DaysInMonth(2, 2100), 29);
-  EXPECT_EQ(LqDateTime::DaysInMonth(2, 2019), 28);
   EXPECT_EQ(LqDateTime(2024, 4, 10, 0, 0, 0, 0, 0).DaysInMonth(), 30);
 }
 
@@ -104,7 +82,6 @@ TEST(DateTimeCalendar, WeekdaysAndIsoWeeksAgreeWithTheCLibrary) {
     char week[4];
     std::strftime(week, sizeof week, "%V", &fields);
     ASSERT_EQ(v.DayOfWeek(), fields.tm_wday + 1) << FieldsOf(v);
-    ASSERT_EQ(v.DayOfWeekISO8601(), (fields.tm_wday + 6) % 7 + 1);
     ASSERT_EQ(v.DayOfYear(), fields.tm_yday + 1);
     ASSERT_EQ(v.WeekOfYear(), fields.tm_yday / 7 + 1);
     ASSERT_EQ(v.WeekOfYearISO8601(), std::atoi(week)) << FieldsOf(v);
@@ -113,39 +90,24 @@ TEST(DateTimeCalendar, WeekdaysAndIsoWeeksAgreeWithTheCLibrary) {
   for (int day = 1; day <= 3; ++day)
     EXPECT_EQ(LqDateTime(1999, 1, day, 0, 0, 0, 0, 0).WeekOfYearISO8601(), 5);
   EXPECT_EQ(LqDateTime(2067, 1, 19, 3, 14, 7, 0, 0).DayOfWeek(), 4);
-  EXPECT_EQ(LqDateTime(2067, 1, 19, 3, 14, 8, 0, 0).DayOfWeek(), 1);
   EXPECT_EQ(LqDateTime(2067, 1, 21, 0, 0, 0, 0, 0).DayOfWeek(), -4);
 }
 
 TEST(DateTimeConversion, DoubleRuleTellsUnixSecondsFromOleDates) {
-  const double nan = std::numeric_limits<double>::quiet_NaN();
-  const double inf = std::numeric_limits<double>::infinity();
-  struct Case {
-    double value;
-    const char* fields;
-  } cases[] = {{36526.5, "2000-01-01 12:00:00.000000"},
-               {946684800.25, "2000-01-01 00:00:00.250000"},
-               {1577836800.5, "2020-01-01 00:00:00.500000"},
-               {36161.0, "1999-01-01 00:00:00.000000"},
-               {36160.0, "invalid"},
-               {946684799.0, "invalid"},  // Unix seconds of 1999 read as an OLE date
-               {-1.0, "invalid"},
-               {nan, "invalid"},
-               {inf, "invalid"},
-               {-inf, "invalid"},
-               {1e300, "invalid"},
-               {32535215999.0, "invalid"},
-               {32535216000.0, "invalid"}};
-  for (const Case& c : cases)
-    EXPECT_EQ(FieldsOf(LqDateTime(c.value)), c.fields) << c.value;
+  EXPECT_EQ(FieldsOf(LqDateTime(36526.5)), "2000-01-01 12:00:00.000000");
+  EXPECT_EQ(FieldsOf(LqDateTime(36161.0)), "1999-01-01 00:00:00.000000");
+  EXPECT_EQ(FieldsOf(LqDateTime(946684800.25)), "2000-01-01 00:00:00.250000");
+  // 946684799, the last Unix second of 1999, is read as an OLE date and lies past 9999.
+  for (double value : {std::nan(""), HUGE_VAL, -HUGE_VAL, 32535216000.0, 946684799.0})
+    EXPECT_FALSE(LqDateTime(value).Valid()) << value;
   // From 2^31 on the fraction is unusable, yet the value stays normalised.
   const LqDateTime late(2147483648.5);
-  EXPECT_TRUE(late.Valid());
-  EXPECT_LT(static_cast<uint32_t>(late.USecondInS()), 1000000u);
+  EXPECT_TRUE(late.Valid() && static_cast<uint32_t>(late.USecondInS()) < 1000000u);
 
   const LqDateTime v(2020, 1, 1, 0, 0, 0, 500, 250);
   EXPECT_EQ(v.toDouble(), 1577836800.5);
   EXPECT_DOUBLE_EQ(v.toDoubleUSec(), 1577836800.50025);
+  EXPECT_EQ(LqDateTime(2038, 1, 19, 3, 14, 8, 0, 0).EpochSeconds(), INT32_MIN);
 }
 
 TEST(DateTimeConversion, TmAndGmtime) {
@@ -163,7 +125,6 @@ TEST(DateTimeConversion, TmAndGmtime) {
 
 TEST(DateTimeConversion, OleDatesBothWays) {
   const LqOleDateTime ole = LqDateTime(2020, 12, 31, 18, 0, 0, 0, 0).OleDateTime();
-  EXPECT_EQ(ole.GetStatus(), LqOleDateTime::valid);
   EXPECT_EQ(ole.m_dt, 44196.75);
   EXPECT_EQ(FieldsOf(LqDateTime(ole)), "2020-12-31 18:00:00.000000");
   EXPECT_EQ(LqDateTime(2100, 2, 29, 0, 0, 0, 0, 0).OleDateTime().GetStatus(),
