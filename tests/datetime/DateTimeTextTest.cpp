@@ -95,6 +95,10 @@ TEST(DateTimeText, DateTime2StringTwinsChooseDifferently) {
   EXPECT_FALSE(DateTime2String(narrow, LqDateTime(), true, true) ||
                DateTime2String(wide, LqDateTime(), true, true));
   EXPECT_TRUE(narrow.IsEmpty() && wide.IsEmpty());
+  // The output is handed back with the small block policy, also when it was large before.
+  LqString large(LqString::GrowLargeBlock);
+  DateTime2String(large, LqDateTime(2020, 1, 1, 0, 0, 0, 0, 0), false, false);
+  EXPECT_EQ(large.Flags() & 33u, 32u);
 }
 
 TEST(DateTimeText, String2DateTimeIsStrict) {
