@@ -125,6 +125,8 @@ bool LqDateTime::isValidDate() const {
 int LqDateTime::DaysInMonth() const { return DaysInMonth(Month(), Year()); }
 
 int LqDateTime::DaysInMonth(int month, int year) {
+  // The table is not read outside its twelve entries: a month that does not exist has no days.
+  if (month < 1 || month > 12) return 0;
   if (month == 2 && (year & 3) == 0) return 29;
   return monthDays[month - 1];
 }

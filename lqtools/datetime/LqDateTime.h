@@ -98,7 +98,8 @@ class LQTOOLS_API LqDateTime {
   bool isValidDate(int day, int month, int year, int hour, int minute, int second) const;
   bool isValidDate() const;
   int DaysInMonth() const;
-  // Month first. Every year divisible by 4 has a February of 29 days; month is not checked.
+  // Month first. Every year divisible by 4 has a February of 29 days; a month outside 1 to 12
+  // gives 0.
   static int DaysInMonth(int month, int year);
   // 1 (Sunday) to 7. From 2067-01-19T03:14:08 on the day count turns negative and the result
   // lies in -5 to 6.

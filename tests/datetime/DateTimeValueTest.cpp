@@ -70,6 +70,11 @@ TEST(DateTimeCalendar, ValidityIsGregorianWithItsOwnYearRange) {
     EXPECT_EQ(LqDateTime().isValidDate(c.d, c.mo, c.y, c.h, c.mi, c.s), c.valid)
         << c.d << "." << c.mo << "." << c.y;
   EXPECT_EQ(LqDateTime(2024, 4, 10, 0, 0, 0, 0, 0).DaysInMonth(), 30);
+  // Four-year rule, month first; a month that does not exist has no days.
+  const int months[][3] = {{2, 2100, 29}, {2, 2101, 28}, {12, 2020, 31},
+                           {0, 2020, 0},  {13, 2020, 0}, {INT32_MIN, 2020, 0}};
+  for (const auto& m : months)
+    EXPECT_EQ(LqDateTime::DaysInMonth(m[0], m[1]), m[2]) << m[0] << "/" << m[1];
 }
 
 // Weekdays and weeks against the C library for every day whose day count is positive.
