@@ -1,3 +1,4 @@
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -5,6 +6,7 @@
 
 #include "lqtools/files/FileOperations.h"
 #include "lqtools/text/Unicode.h"
+#include "lqtools/text/detail/WideRuntime.h"
 #include "lqtools/xml/XmlDocument.h"
 #include "lqtools/xml/detail/XmlEscape.h"
 
@@ -327,6 +329,13 @@ bool XmlDocument::Load() {
 }
 
 bool XmlDocument::Load(const char16_t* fileName, const char16_t* bckFileName) {
+  // Either name may be this document's own file name, which the calls below release.
+  const std::unique_ptr<char16_t, decltype(&std::free)> file(lq::detail::wcsdup(fileName),
+                                                             &std::free);
+  const std::unique_ptr<char16_t, decltype(&std::free)> backupName(lq::detail::wcsdup(bckFileName),
+                                                                   &std::free);
+  fileName = file.get();
+  bckFileName = backupName.get();
   SetBckFileName(bckFileName);
   if (!Load(fileName)) {
     if (!Load(bckFileName)) return false;

@@ -1,4 +1,5 @@
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -6,6 +7,7 @@
 
 #include "lqtools/files/FileOperations.h"
 #include "lqtools/text/Unicode.h"
+#include "lqtools/text/detail/WideRuntime.h"
 #include "lqtools/xml/XmlDocument.h"
 #include "lqtools/xml/detail/XmlEscape.h"
 
@@ -187,8 +189,11 @@ bool XmlDocument::SaveAs(const char16_t* fileName) {
 }
 
 bool XmlDocument::SaveAs(const char16_t* fileName, const char16_t* bckFileName) {
+  // `fileName` may be this document's own file name, which the first SetFileName releases.
+  const std::unique_ptr<char16_t, decltype(&std::free)> file(lq::detail::wcsdup(fileName),
+                                                             &std::free);
   SetFileName(bckFileName);
   Save();
-  SetFileName(fileName);
+  SetFileName(file.get());
   return Save();
 }

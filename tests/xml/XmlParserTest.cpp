@@ -133,6 +133,10 @@ TEST(XmlParser, TwoFileLoadRepairsTheMainFileFromTheBackup) {
   EXPECT_EQ(document.Root()->iValue(u"a", 0), 2);
   EXPECT_EQ(U8(document.FileName()), U8(main.c_str()));
   EXPECT_EQ(ReadFile(folder.Path() / "main.xml"), kHeader + "<r><a>2</a></r>");
+  // The document's own file name, which the load replaces on its way, serves as either name.
+  EXPECT_TRUE(document.Load(document.FileName(), backup.c_str()));
+  EXPECT_TRUE(document.Load(main.c_str(), document.FileName()));
+  EXPECT_EQ(U8(document.FileName()), U8(main.c_str()));
   WriteFile(folder.Path() / "main.xml", "broken");
   WriteFile(folder.Path() / "backup.xml", "broken too");
   EXPECT_FALSE(document.Load(main.c_str(), backup.c_str()));

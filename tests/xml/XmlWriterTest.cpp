@@ -129,6 +129,10 @@ TEST_F(XmlSave, SaveAsWithBackupWritesBothAndStaysOnTheMainFile) {
   EXPECT_EQ(U8(document.FileName()), U8(main.c_str()));
   EXPECT_EQ(ReadFile(folder.Path() / "a.xml"), ReadFile(folder.Path() / "b.xml"));
   EXPECT_EQ(callback.calls, 2);
+  // The document's own file name, released by the first of the two saves, still names the main
+  // file.
+  EXPECT_TRUE(document.SaveAs(document.FileName(), folder.Wide("c.xml").c_str()));
+  EXPECT_EQ(U8(document.FileName()), U8(main.c_str()));
 }
 
 TEST_F(XmlSave, SetBckFileNameStoresIntoTheFileName) {
