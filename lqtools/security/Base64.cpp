@@ -46,10 +46,11 @@ void Encode(LqBasicString<T, Traits>& out, const void* data, int size, const T* 
     out.Prepare(0, true);
     return;
   }
-  // Bytes taken from `out` itself would be freed by Prepare: encode a copy of them.
+  // Bytes taken from `out` itself would be freed by Prepare: encode a copy of them. A string that
+  // borrows a null text has no bytes of its own.
   const auto* own = reinterpret_cast<const unsigned char*>(static_cast<const T*>(out));
   const std::less<const void*> before;
-  if (!before(data, own) && before(data, own + (out.Length() + 1) * sizeof(T))) {
+  if (own && !before(data, own) && before(data, own + (out.Length() + 1) * sizeof(T))) {
     const std::vector<unsigned char> copy(static_cast<const unsigned char*>(data),
                                           static_cast<const unsigned char*>(data) + size);
     Encode(out, copy.data(), size, alphabet);

@@ -55,6 +55,9 @@ TEST(Base64, EncodingReplacesTheOutputEvenWhenItReadsFromIt) {
   LqWString wide(u"old");
   EncodeBase64(wide, nullptr, 3);
   EXPECT_EQ(wide.Length(), 0);
+  LqString borrowsNull(static_cast<const char*>(nullptr), false);
+  EncodeBase64(borrowsNull, "Ma", 2);
+  EXPECT_STREQ(borrowsNull, "TWE=");
 }
 
 TEST(Base64, NarrowDecoderRefusesBadCharactersAndWritesOnlyWholeBytes) {
