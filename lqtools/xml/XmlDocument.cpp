@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <memory>
 
 #include "lqtools/text/detail/WideRuntime.h"
 
@@ -35,8 +36,11 @@ void XmlDocument::Reset() {
 }
 
 void XmlDocument::Create(const char16_t* rootTag) {
+  // The tag may be a text of this document, such as the old root's tag, which Reset frees.
+  const std::unique_ptr<char16_t, decltype(&std::free)> tag(lq::detail::wcsdup(rootTag),
+                                                            &std::free);
   Reset();
-  m_root = new XmlNode(this, rootTag, -1);
+  m_root = new XmlNode(this, tag.get(), -1);
 }
 
 XmlDocument::XmlNode* XmlDocument::Node(const char16_t* path) {

@@ -44,7 +44,8 @@ bool XmlNode::EraseV(const char16_t* format, ...) {
 }
 
 bool XmlNode::EraseTag(const char16_t* tag) {
-  const LqWString name(tag, false);
+  // A copy: `tag` may be a text of a child that goes.
+  const LqWString name(tag);
   for (auto at = m_childs.begin(); at != m_childs.end();) {
     if ((*at)->Tag() == name) {
       delete *at;
@@ -102,9 +103,9 @@ bool XmlNode::RenameAttribute(const char16_t* oldName, const char16_t* newName) 
   const auto old = m_attributes.find(LqWString(oldName, false));
   if (old == m_attributes.end()) return false;
   if (m_attributes.count(LqWString(newName, false))) return false;
-  LqWString value = old->second;
+  // The new entry first: `newName` may be a text of the old one.
+  m_attributes.emplace(LqWString(newName), old->second);
   m_attributes.erase(old);
-  m_attributes.emplace(LqWString(newName), value);
   return true;
 }
 

@@ -303,8 +303,11 @@ void XmlDocument::ParseNodeAttributes(XmlNode* node, const char16_t* begin, cons
 }
 
 bool XmlDocument::Load(const char16_t* fileName) {
+  // The name may be a value of this document's tree, which Reset frees.
+  const std::unique_ptr<char16_t, decltype(&std::free)> name(lq::detail::wcsdup(fileName),
+                                                             &std::free);
   Reset();
-  SetFileName(fileName);
+  SetFileName(name.get());
   return Load();
 }
 

@@ -54,6 +54,10 @@ TEST_F(XmlEditing, EraseTagIgnoresItsIndex) {
   EXPECT_EQ(Code(root), "<r><y></y></r>");
   EXPECT_TRUE(root.Node(u"y")->EraseTag(u"x"));
   EXPECT_FALSE(root.Node(u"y")->EraseTag(u"x", 0));
+  // The tag may be the text of a child that goes.
+  XmlNode& named = Parsed("<r><x>x</x><y/><x>2</x></r>");
+  EXPECT_TRUE(named.EraseTag(named.Node(u"x")->Value()));
+  EXPECT_EQ(Code(named), "<r><y></y></r>");
 }
 
 TEST_F(XmlEditing, RemoveChildDeletesTheNodeWhereverItIs) {
@@ -81,7 +85,10 @@ TEST_F(XmlEditing, AttributesAreSetErasedAndRenamedByTheirRules) {
   EXPECT_FALSE(root.RenameAttribute(u"b", u"c"));
   EXPECT_TRUE(root.RenameAttribute(u"b", u"a"));
   EXPECT_TRUE(root.eraseAttribute(u"n"));
-  EXPECT_EQ(Code(root), "<r a=\"2\" c=\"3\"><bare></bare></r>");
+  // The new name may be the text of the entry that goes.
+  root.setAttribute(u"k", u"z");
+  EXPECT_TRUE(root.RenameAttribute(u"k", std::prev(root.attributesEnd())->second));
+  EXPECT_EQ(Code(root), "<r a=\"2\" c=\"3\" z=\"z\"><bare></bare></r>");
 }
 
 TEST_F(XmlEditing, GroupingAppendsToExistingLists) {

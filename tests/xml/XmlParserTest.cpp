@@ -114,6 +114,9 @@ TEST(XmlParser, LoadReadsWholeFilesAndFailsOnBrokenOnes) {
   WriteFile(folder.Path() / "cut.xml", "<r><a>1</a");
   XmlDocument document;
   EXPECT_TRUE(document.Load(folder.Wide("good.xml").c_str()));
+  // A name held in the tree that the load replaces.
+  document.Root()->SetValue(folder.Wide("good.xml").c_str());
+  EXPECT_TRUE(document.Load(document.Root()->Value()));
   for (const std::u16string& name :
        {folder.Wide("cut.xml"), folder.Wide("missing.xml"), folder.Wide(""), std::u16string()}) {
     EXPECT_FALSE(document.Load(name.c_str())) << U8(name.c_str());
