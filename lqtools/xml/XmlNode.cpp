@@ -32,7 +32,9 @@ XmlNode::XmlNode(XmlDocument* document, const char16_t* tag, int length)
     m_tag = document->Tag(tag, length);
   } else {
     auto* own = new LqWString();
-    own->Assign(tag, length < 0 ? LqWideChar::Length(tag) : length);
+    // A length beyond the text ends at its terminator rather than reading past it.
+    const int units = LqWideChar::Length(tag);
+    own->Assign(tag, length < 0 || length > units ? units : length);
     m_tag = own;
   }
 }

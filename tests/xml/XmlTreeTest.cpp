@@ -169,6 +169,7 @@ TEST_F(XmlTree, TagsAreInternedPerDocumentAlsoOnRename) {
   XmlNode loose(nullptr, u"abc", 2);
   loose.Rename(u"other");
   EXPECT_EQ(U8(loose.Tag()), "ab");
+  EXPECT_EQ(U8(XmlNode(nullptr, u"abc", 50).Tag()), "abc");
   EXPECT_THROW(root->NewChild(static_cast<const char16_t*>(nullptr))->Tag(), StdRuntimeException);
   // A new root may take the tag of the old one, which goes with the old tag table.
   document.Create(root->Tag());
