@@ -322,8 +322,11 @@ bool XmlDocument::Load() {
   for (;;) {
     buffer.resize(used + 65536);
     const std::size_t got = std::fread(buffer.data() + used, 1, 65536, stream);
+    // Parse stops at a zero byte, so nothing behind one is needed; this also ends the read of an
+    // endless device such as /dev/zero.
+    const bool zero = std::memchr(buffer.data() + used, 0, got) != nullptr;
     used += got;
-    if (got < 65536) break;
+    if (got < 65536 || zero) break;
   }
   std::fclose(stream);
   buffer.resize(used + 1);

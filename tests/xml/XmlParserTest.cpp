@@ -118,7 +118,8 @@ TEST(XmlParser, LoadReadsWholeFilesAndFailsOnBrokenOnes) {
   document.Root()->SetValue(folder.Wide("good.xml").c_str());
   EXPECT_TRUE(document.Load(document.Root()->Value()));
   for (const std::u16string& name :
-       {folder.Wide("cut.xml"), folder.Wide("missing.xml"), folder.Wide(""), std::u16string()}) {
+       {folder.Wide("cut.xml"), folder.Wide("missing.xml"), folder.Wide(""), std::u16string(),
+        std::u16string(u"/dev/zero")}) {
     EXPECT_FALSE(document.Load(name.c_str())) << U8(name.c_str());
     EXPECT_FALSE(document.IsOK());
     // The name that was tried stays.
