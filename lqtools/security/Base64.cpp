@@ -56,27 +56,31 @@ void Encode(LqBasicString<T, Traits>& out, const void* data, int size, const T* 
     Encode(out, copy.data(), size, alphabet);
     return;
   }
-  // The buffer starts with room for size * 4 / 3 characters and grows for the padded tail.
-  const int room = static_cast<int>(int64_t{size} * 4 / 3);
-  T* p = out.Prepare(room, false);
+  // The buffer starts empty with room for size * 4 / 3 characters, and the padded tail grows it
+  // by appending, so that its spare room ends as that of a text appended character by character.
+  out.Prepare(static_cast<int>(int64_t{size} * 4 / 3), true);
   const auto* in = static_cast<const unsigned char*>(data);
   const unsigned char* const fullEnd = in + size / 3 * 3;
-  for (; in < fullEnd; in += 3, p += 4) {
-    const uint32_t v = uint32_t{in[0]} << 16 | uint32_t{in[1]} << 8 | in[2];
-    p[0] = alphabet[v >> 18];
-    p[1] = alphabet[(v >> 12) & 0x3f];
-    p[2] = alphabet[(v >> 6) & 0x3f];
-    p[3] = alphabet[v & 0x3f];
+  T chunk[4096 + 1];
+  while (in < fullEnd) {
+    T* p = chunk;
+    for (; in < fullEnd && p < chunk + 4096; in += 3, p += 4) {
+      const uint32_t v = uint32_t{in[0]} << 16 | uint32_t{in[1]} << 8 | in[2];
+      p[0] = alphabet[v >> 18];
+      p[1] = alphabet[(v >> 12) & 0x3f];
+      p[2] = alphabet[(v >> 6) & 0x3f];
+      p[3] = alphabet[v & 0x3f];
+    }
+    *p = 0;
+    out += chunk;  // within the room: copied in place
   }
   const int left = size % 3;
   if (left == 0) return;
   const uint32_t v = uint32_t{in[0]} << 16 | (left == 2 ? uint32_t{in[1]} << 8 : 0);
-  const T tail[5] = {alphabet[v >> 18], alphabet[(v >> 12) & 0x3f],
-                     left == 2 ? alphabet[(v >> 6) & 0x3f] : T('='), T('='), T(0)};
-  // The room holds the first `left` characters of the last group; the rest is appended.
-  for (int i = 0; i < left; ++i)
-    p[i] = tail[i];
-  out += tail + left;
+  const T tail[4] = {alphabet[v >> 18], alphabet[(v >> 12) & 0x3f],
+                     left == 2 ? alphabet[(v >> 6) & 0x3f] : T('='), T('=')};
+  for (T c : tail)
+    out += c;
 }
 
 // Writes the bytes of a last group of `count` symbols (1 to 3) held in `acc`.

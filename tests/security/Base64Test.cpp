@@ -60,6 +60,18 @@ TEST(Base64, EncodingReplacesTheOutputEvenWhenItReadsFromIt) {
   EXPECT_STREQ(borrowsNull, "TWE=");
 }
 
+TEST(Base64, EncodingAppendsThePaddedTailBeyondItsRoom) {
+  // Room for size * 4 / 3 characters: "Man" fills it exactly; "M" has room for one character,
+  // and the three appended behind it take a new block with the small slack of 255.
+  LqString exact(LqString::GrowSmallBlock);
+  EncodeBase64(exact, "Man", 3);
+  EXPECT_EQ(exact.Spare(), 0u);
+  LqString padded(LqString::GrowSmallBlock);
+  EncodeBase64(padded, "M", 1);
+  EXPECT_STREQ(padded, "TQ==");
+  EXPECT_EQ(padded.Spare(), 253u);
+}
+
 TEST(Base64, NarrowDecoderRefusesBadCharactersAndWritesOnlyWholeBytes) {
   // A refusal keeps what was written before it; a single leftover symbol writes nothing.
   const std::tuple<const char*, bool, const char*> cases[] = {
