@@ -67,8 +67,12 @@ bool widecopy(const char16_t* from, const char16_t* to, bool noTruncate) {
   const int source = OpenUnder(from, O_RDONLY);
   const int target =
       OpenUnder(to, noTruncate ? (O_WRONLY | O_CREAT) : (O_RDWR | O_CREAT | O_TRUNC));
-  // Kept: the descriptor that did open is left open, as callers of the original saw it.
-  if (source < 0 || target < 0) return false;
+  if (source < 0 || target < 0) {
+    // The descriptor that did open is closed here, unlike the original, which leaked it.
+    if (source >= 0) close(source);
+    if (target >= 0) close(target);
+    return false;
+  }
   char block[1024];
   ssize_t got;
   while ((got = read(source, block, sizeof block)) > 0) {

@@ -17,8 +17,7 @@ LQTOOLS_API int wideremove(const char16_t* path);
 // Renames; as on the original platform an existing target is not replaced (-1, errno EEXIST).
 LQTOOLS_API int widerename(const char16_t* from, const char16_t* to);
 // Copies through a 1 KiB block. `noTruncate` keeps the tail of a longer old target. False when
-// either file cannot be opened, and then the one that did open stays open (a descriptor is lost);
-// read and write errors are not looked at.
+// either file cannot be opened; read and write errors are not looked at.
 LQTOOLS_API bool widecopy(const char16_t* from, const char16_t* to, bool noTruncate);
 // Makes every folder of the directory part of `path`; the last component counts as a file name,
 // so the path of a file can be passed as it is. The result is that of the last folder made: false
