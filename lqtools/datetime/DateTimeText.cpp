@@ -4,9 +4,9 @@
 #include <type_traits>
 
 #include "lqtools/datetime/detail/TextFormat.h"
-#include "lqtools/text/detail/Locales.h"
-#include "lqtools/text/detail/WideFormat.h"
-#include "lqtools/text/detail/WideRuntime.h"
+#include "lqtools/platform/Locales.h"
+#include "lqtools/platform/WideFormat.h"
+#include "lqtools/platform/WideRuntime.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include "lqtools/datetime/detail/Calendar.h"
 #include "lqtools/datetime/detail/OleDate.h"
-#include "lqtools/text/detail/Truncation.h"
+#include "lqtools/platform/Truncation.h"
 
 const int LqDateTime::monthDays[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
 

@@ -125,6 +125,12 @@ class LQTOOLS_API LqDateTime {
   static double fromStdDate(double packed, int baseYear);
 
   // ------------------------------------------------------------------------------------------
+  // The clock
+
+  // The present UTC time to the millisecond (microsecond part 0).
+  static LqDateTime UTC();
+
+  // ------------------------------------------------------------------------------------------
   // Text. ToCompleteString and ToCompleteWString throw std::exception for an invalid value or
   // microseconds outside 0 to 999999; the others write whatever the value reads as.
 

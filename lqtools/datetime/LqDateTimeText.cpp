@@ -4,9 +4,9 @@
 
 #include "lqtools/datetime/LqDateTime.h"
 #include "lqtools/datetime/detail/TextFormat.h"
-#include "lqtools/text/detail/Truncation.h"
-#include "lqtools/text/detail/WideFormat.h"
-#include "lqtools/text/detail/WideRuntime.h"
+#include "lqtools/platform/Truncation.h"
+#include "lqtools/platform/WideFormat.h"
+#include "lqtools/platform/WideRuntime.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 
 #include "lqtools/files/LqFileFind.h"
 #include "lqtools/files/detail/PathSplit.h"
-#include "lqtools/files/detail/SystemPath.h"
+#include "lqtools/platform/SystemPath.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "lqtools/files/detail/PathSplit.h"
-#include "lqtools/files/detail/SystemPath.h"
+#include "lqtools/platform/SystemPath.h"
 #include "lqtools/text/Unicode.h"
 
 namespace {

@@ -6,7 +6,7 @@
 
 #include "lqtools/files/FileOperations.h"
 #include "lqtools/text/StdRuntimeException.h"
-#include "lqtools/text/detail/WideRuntime.h"
+#include "lqtools/platform/WideRuntime.h"
 
 using JsonNode = JsonDocument::JsonNode;
 

@@ -8,9 +8,9 @@
 #include "lqtools/json/JsonDocument.h"
 #include "lqtools/text/StdRuntimeException.h"
 #include "lqtools/text/Unicode.h"
-#include "lqtools/text/detail/Truncation.h"
-#include "lqtools/text/detail/WideFormat.h"
-#include "lqtools/text/detail/WideRuntime.h"
+#include "lqtools/platform/Truncation.h"
+#include "lqtools/platform/WideFormat.h"
+#include "lqtools/platform/WideRuntime.h"
 
 using JsonNode = JsonDocument::JsonNode;
 

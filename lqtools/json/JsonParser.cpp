@@ -9,7 +9,7 @@
 #include "lqtools/json/JsonDocument.h"
 #include "lqtools/text/HexText.h"
 #include "lqtools/text/Unicode.h"
-#include "lqtools/text/detail/Truncation.h"
+#include "lqtools/platform/Truncation.h"
 
 using JsonNode = JsonDocument::JsonNode;
 

@@ -8,7 +8,7 @@
 #include "lqtools/files/FileOperations.h"
 #include "lqtools/json/JsonDocument.h"
 #include "lqtools/text/Unicode.h"
-#include "lqtools/text/detail/WideFormat.h"
+#include "lqtools/platform/WideFormat.h"
 
 using JsonNode = JsonDocument::JsonNode;
 

@@ -6,7 +6,7 @@
 #include <functional>
 #include <vector>
 
-#include "lqtools/text/detail/WideRuntime.h"
+#include "lqtools/platform/WideRuntime.h"
 
 namespace {
 

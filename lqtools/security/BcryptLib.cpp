@@ -6,7 +6,7 @@
 #include <ctime>
 
 #include "lqtools/security/detail/BcryptCore.h"
-#include "lqtools/text/detail/WideFormat.h"
+#include "lqtools/platform/WideFormat.h"
 
 namespace {
 

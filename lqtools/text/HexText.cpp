@@ -3,8 +3,8 @@
 #include <cmath>
 
 #include "lqtools/text/StdRuntimeException.h"
-#include "lqtools/text/detail/Truncation.h"
-#include "lqtools/text/detail/WideFormat.h"
+#include "lqtools/platform/Truncation.h"
+#include "lqtools/platform/WideFormat.h"
 
 namespace {
 

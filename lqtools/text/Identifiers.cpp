@@ -1,6 +1,6 @@
 #include "lqtools/text/Identifiers.h"
 
-#include "lqtools/text/detail/WideRuntime.h"
+#include "lqtools/platform/WideRuntime.h"
 
 namespace {
 

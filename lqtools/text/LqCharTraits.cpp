@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "lqtools/text/detail/WideRuntime.h"
+#include "lqtools/platform/WideRuntime.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <atomic>
 #include <ctime>
 
-#include "lqtools/text/detail/Truncation.h"
+#include "lqtools/platform/Truncation.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "lqtools/text/TextHelpers.h"
 
-#include "lqtools/text/detail/WideRuntime.h"
+#include "lqtools/platform/WideRuntime.h"
 
 int CountSubstring(const std::string& text, const std::string& part) {
   if (text.empty() || part.empty()) return 0;

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <memory>
 
-#include "lqtools/text/detail/WideRuntime.h"
+#include "lqtools/platform/WideRuntime.h"
 
 XmlDocument::XmlDocument()
     : m_root(nullptr),

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <cstdarg>
 
-#include "lqtools/text/detail/WideFormat.h"
+#include "lqtools/platform/WideFormat.h"
 #include "lqtools/xml/XmlDocument.h"
 #include "lqtools/xml/detail/XmlPath.h"
 

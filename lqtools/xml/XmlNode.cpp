@@ -4,8 +4,8 @@
 
 #include "lqtools/text/StdRuntimeException.h"
 #include "lqtools/text/Unicode.h"
-#include "lqtools/text/detail/WideFormat.h"
-#include "lqtools/text/detail/WideRuntime.h"
+#include "lqtools/platform/WideFormat.h"
+#include "lqtools/platform/WideRuntime.h"
 #include "lqtools/xml/XmlDocument.h"
 #include "lqtools/xml/detail/XmlPath.h"
 

@@ -7,7 +7,7 @@
 
 #include "lqtools/files/FileOperations.h"
 #include "lqtools/text/Unicode.h"
-#include "lqtools/text/detail/WideRuntime.h"
+#include "lqtools/platform/WideRuntime.h"
 #include "lqtools/xml/XmlDocument.h"
 #include "lqtools/xml/detail/XmlEscape.h"
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
-#include <lqtools/text/detail/WideFormat.h>
-#include <lqtools/text/detail/WideRuntime.h>
+#include <lqtools/platform/WideFormat.h>
+#include <lqtools/platform/WideRuntime.h>
 
 #include <cerrno>
 #include <climits>

@@ -4,7 +4,7 @@
 
 #include <cstddef>
 
-#include "lqtools/text/detail/WideFormat.h"
+#include "lqtools/platform/WideFormat.h"
 
 namespace lq::detail {
 

@@ -4,8 +4,8 @@
 #include <cstring>
 
 #include "lqtools/security/detail/Blowfish.h"
-#include "lqtools/text/detail/Locales.h"
-#include "lqtools/text/detail/WideFormat.h"
+#include "lqtools/platform/Locales.h"
+#include "lqtools/platform/WideFormat.h"
 
 namespace lq::detail {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "lqtools/text/detail/WideFormat.h"
+#include "lqtools/platform/WideFormat.h"
 
 namespace lq::detail {
 

@@ -1,4 +1,4 @@
-#include "lqtools/text/detail/WideRuntime.h"
+#include "lqtools/platform/WideRuntime.h"
 
 #include <wctype.h>
 #include <cerrno>
@@ -8,7 +8,7 @@
 #include <new>
 #include <string>
 
-#include "lqtools/text/detail/Locales.h"
+#include "lqtools/platform/Locales.h"
 
 namespace lq::detail {
 

@@ -1,4 +1,4 @@
-#include "lqtools/text/detail/WideFormat.h"
+#include "lqtools/platform/WideFormat.h"
 
 #include <algorithm>
 #include <charconv>
@@ -8,8 +8,8 @@
 #include <string>
 #include <type_traits>
 
-#include "lqtools/text/detail/Locales.h"
-#include "lqtools/text/detail/WideRuntime.h"
+#include "lqtools/platform/Locales.h"
+#include "lqtools/platform/WideRuntime.h"
 
 namespace lq::detail {
 

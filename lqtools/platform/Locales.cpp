@@ -1,4 +1,4 @@
-#include "lqtools/text/detail/Locales.h"
+#include "lqtools/platform/Locales.h"
 
 namespace lq::detail {
 

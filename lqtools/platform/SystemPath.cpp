@@ -1,4 +1,4 @@
-#include "lqtools/files/detail/SystemPath.h"
+#include "lqtools/platform/SystemPath.h"
 
 #include "lqtools/text/Unicode.h"
 
