@@ -36,7 +36,8 @@ int LqDateTime::getBias(const char16_t* zoneName) {
   for (const lq::detail::ZoneRow& row : lq::detail::kZoneRows) {
     const char16_t* a = row.olson;
     const char16_t* b = zoneName;
-    while (*a && *a == *b) ++a, ++b;
+    while (*a && *a == *b)
+      ++a, ++b;
     if (*a == *b) return row.standardOffset;
   }
   return 0;

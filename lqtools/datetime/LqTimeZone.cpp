@@ -28,8 +28,8 @@ class ZoneFileBytes {
     m_bytes.resize(static_cast<std::size_t>(std::min(size, wanted)));
     std::size_t done = 0;
     while (done < m_bytes.size()) {
-      const ssize_t got = pread(descriptor, m_bytes.data() + done, m_bytes.size() - done,
-                                static_cast<off_t>(done));
+      const ssize_t got =
+          pread(descriptor, m_bytes.data() + done, m_bytes.size() - done, static_cast<off_t>(done));
       if (got < 0) return false;
       if (got == 0) break;
       done += static_cast<std::size_t>(got);
@@ -41,7 +41,8 @@ class ZoneFileBytes {
   // Four bytes big-endian; bytes beyond the end keep the zero of a fresh entry.
   int32_t BigEndian32(int64_t at) const {
     uint32_t value = 0;
-    for (int64_t i = 0; i < 4; ++i) value = value << 8 | Byte(at + i);
+    for (int64_t i = 0; i < 4; ++i)
+      value = value << 8 | Byte(at + i);
     return static_cast<int32_t>(value);
   }
   unsigned char Byte(int64_t at) const {
@@ -157,7 +158,8 @@ void LqTimeZone::Set(const LqWString& name) {
     m_transitions = new int32_t[static_cast<std::size_t>(count)]();
     m_offsets = new int32_t[static_cast<std::size_t>(count)]();
     m_isDst = new unsigned char[static_cast<std::size_t>(count)]();
-    for (int64_t i = 0; i < count; ++i) m_transitions[i] = file.BigEndian32(kTransitionsAt + 4 * i);
+    for (int64_t i = 0; i < count; ++i)
+      m_transitions[i] = file.BigEndian32(kTransitionsAt + 4 * i);
     for (int64_t i = 0; i < count && loaded; ++i) {
       const auto type = static_cast<signed char>(file.Byte(typesAt + i));
       const int64_t recordAt = typesAt + count + type * kTypeRecordSize;
@@ -194,7 +196,8 @@ void LqTimeZone::Set(const LqWString& name) {
 int32_t LqTimeZone::TransitionInForce(int32_t e, bool dateIsUtc) const {
   const int32_t* first = m_transitions + 1;
   const int32_t* last = m_transitions + m_count;
-  if (dateIsUtc && m_utcOrdered) return static_cast<int32_t>(std::upper_bound(first, last, e) - first);
+  if (dateIsUtc && m_utcOrdered)
+    return static_cast<int32_t>(std::upper_bound(first, last, e) - first);
   if (!dateIsUtc && m_localOrdered && e > INT32_MIN + kSafeOffset && e < INT32_MAX - kSafeOffset) {
     int32_t low = 1;
     int32_t high = m_count;

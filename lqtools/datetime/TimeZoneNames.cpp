@@ -5,7 +5,8 @@
 namespace {
 
 bool Same(const char16_t* a, const char16_t* b) {
-  while (*a && *a == *b) ++a, ++b;
+  while (*a && *a == *b)
+    ++a, ++b;
   return *a == *b;
 }
 
