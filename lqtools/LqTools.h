@@ -7,6 +7,8 @@
 #include "lqtools/datetime/LqDateTimeRange.h"
 #include "lqtools/datetime/LqDateTimeSpan.h"
 #include "lqtools/datetime/LqOleDateTime.h"
+#include "lqtools/datetime/LqTimeZone.h"
+#include "lqtools/datetime/TimeZoneNames.h"
 #include "lqtools/files/FileOperations.h"
 #include "lqtools/files/LqFileFind.h"
 #include "lqtools/files/PathHelpers.h"
