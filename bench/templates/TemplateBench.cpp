@@ -8,7 +8,6 @@
 #include <lqtools/localisation/LqStringTableWriter.h>
 #include <lqtools/localisation/NumberFormat.h>
 #include <lqtools/localisation/TextTemplates.h>
-#include <lqtools/platform/WideFormat.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -56,13 +55,15 @@ void BM_ByHand(benchmark::State& state) {
   LoadTable();
   LqWString result;
   for (auto _ : state) {
-    LqWString format, name, number;
+    // The format's words put together around the two values.
+    LqWString format, name, count, number;
     LqLoadString(13, format);
     LqLoadString(12, name);
-    char16_t piece[1024];
-    lq::detail::swprintf(piece, 1024, format, static_cast<const char16_t*>(name), 5);
-    result = piece;
-    result += u": ";
+    FormatInteger(count, 5, 0);
+    result = name;
+    result += u" is ";
+    result += count;
+    result += u" kW: ";
     FormatDouble(number, 1234.5, 6, 2, true, false, false);
     result += number;
     result += u" at ";
