@@ -10,8 +10,8 @@ namespace lq::detail {
 
 namespace {
 
-// One category of the user's locale, released on scope exit; null when the environment names a
-// locale that is not installed.
+// Categories of the user's locale (with LC_CTYPE, for the character set of the answers), released
+// on scope exit; null when the environment names a locale that is not installed.
 class UserLocale {
  public:
   explicit UserLocale(int mask) : m_locale(newlocale(mask, "", static_cast<locale_t>(nullptr))) {}
@@ -110,7 +110,7 @@ char16_t Walk(const std::u16string& format, OnConversion conversion) {
 }
 
 bool TimeFormat(nl_item item, std::u16string& format) {
-  UserLocale locale(LC_TIME_MASK);
+  UserLocale locale(LC_TIME_MASK | LC_CTYPE_MASK);
   if (!locale.Get() || !Decode(locale.Get(), item, format)) return false;
   format = Expand(format);
   return true;
@@ -120,7 +120,7 @@ bool Answer(uint32_t type, std::u16string& answer) {
   switch (type) {
     case kLocaleSDecimal:
     case kLocaleSThousand: {
-      UserLocale locale(LC_NUMERIC_MASK);
+      UserLocale locale(LC_NUMERIC_MASK | LC_CTYPE_MASK);
       return locale.Get() &&
              Decode(locale.Get(), type == kLocaleSDecimal ? RADIXCHAR : THOUSEP, answer);
     }
