@@ -425,10 +425,10 @@ int vswprintf(char16_t* buffer, std::size_t count, const char16_t* format, va_li
 namespace {
 
 // ReadSpec for a conversion known to hold no '*': no argument is read.
-bool ReadSpecWithoutArguments(const char16_t*& p, Spec& spec, ...) {
+bool ReadSpecWithoutArguments(const char16_t*& p, Spec* spec, ...) {
   va_list none;
   va_start(none, spec);
-  const bool complete = ReadSpec(p, none, spec);
+  const bool complete = ReadSpec(p, none, *spec);
   va_end(none);
   return complete;
 }
@@ -458,7 +458,7 @@ WideArgument ConversionArgument(const char16_t* percent, const char16_t** end) {
     ++q;
   }
   Spec spec;
-  const bool complete = ReadSpecWithoutArguments(p, spec);
+  const bool complete = ReadSpecWithoutArguments(p, &spec);
   if (end) *end = complete ? p + 1 : p;
   if (!complete) return WideArgument::Nothing;
   const bool narrow = spec.length == Length::Short || spec.length == Length::Char;
