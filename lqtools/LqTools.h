@@ -2,6 +2,8 @@
 #pragma once
 
 #include "lqtools/LqToolsExport.h"
+#include "lqtools/config/LqCfgFile.h"
+#include "lqtools/config/LqCfgFile2XmlDocument.h"
 #include "lqtools/datetime/DateTimeText.h"
 #include "lqtools/datetime/LqDateTime.h"
 #include "lqtools/datetime/LqDateTimeRange.h"
