@@ -31,6 +31,8 @@
 #include "lqtools/LqToolsExport.h"
 #include "lqtools/text/LqBasicString.h"
 
+class uuid;
+
 class LQTOOLS_API JsonDocument {
  public:
   // Containers (arrays and objects) a parse accepts open at once; one more fails the parse, so
@@ -120,6 +122,8 @@ class LQTOOLS_API JsonDocument {
     void SetValue(int value);
     void SetValue(double value);
     void SetValue(bool value);
+    // The 36-character upper-case text of the identifier, as a string node.
+    void SetValue(const uuid& value);
     void SetValue(const char16_t* value);  // null stores the empty text
     void SetValue(const char* utf8Value);
     void SetNullValue();
@@ -133,6 +137,7 @@ class LQTOOLS_API JsonDocument {
     void SetValue(const char16_t* path, int value);
     void SetValue(const char16_t* path, double value);
     void SetValue(const char16_t* path, bool value);
+    void SetValue(const char16_t* path, const uuid& value);
     // Kept: beside an existing member that is not null this appends a second member of the same
     // name instead of replacing it.
     void SetNullValue(const char16_t* path);

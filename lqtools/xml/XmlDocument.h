@@ -30,6 +30,8 @@
 #include "lqtools/text/LqBasicString.h"
 #include "lqtools/xml/XmlDocumentCallback.h"
 
+class uuid;
+
 class LQTOOLS_API XmlDocument {
  public:
   class LQTOOLS_API XmlNode {
@@ -136,6 +138,8 @@ class LQTOOLS_API XmlDocument {
     void SetValue(unsigned long value);
     void SetValue(double value);
     void SetValue(bool value);
+    // The 36-character upper-case text of the identifier.
+    void SetValue(const uuid& value);
     // Replaces tag, value, attributes and children by deep copies of `source`; null does nothing.
     void SetValue(const XmlNode* source);
 
@@ -150,6 +154,7 @@ class LQTOOLS_API XmlDocument {
     void SetValue(const char16_t* path, unsigned long value);
     void SetValue(const char16_t* path, double value);
     void SetValue(const char16_t* path, bool value);
+    void SetValue(const char16_t* path, const uuid& value);
     // A null source does nothing and makes no child.
     void SetValue(const char16_t* path, const XmlNode* source);
 
@@ -164,6 +169,7 @@ class LQTOOLS_API XmlDocument {
     void SetValue(const char* path, unsigned long value);
     void SetValue(const char* path, double value);
     void SetValue(const char* path, bool value);
+    void SetValue(const char* path, const uuid& value);
     void SetValue(const char* path, const XmlNode* source);
 
     // ---------------------------------------------------------------------------------------
