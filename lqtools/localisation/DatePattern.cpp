@@ -131,10 +131,12 @@ void ParseDate(LqWString& out, const LqWString& pattern, const LqDateTime& dateT
   const std::size_t rendered = text.Length();
   if (rendered == 0) return;
   text.Put(0);
-  if (std::char_traits<char16_t>::length(text.Data()) == rendered) {
-    out += text.Data();
-  } else {
+  if (std::char_traits<char16_t>::length(text.Data()) != rendered) {
     for (std::size_t i = 0; i < rendered; ++i)  // a zero unit inside a name or a quote
       out += text.At(i);
+  } else if (out.IsEmpty()) {
+    out.Assign(text.Data(), static_cast<int>(rendered));  // one allocation instead of two
+  } else {
+    out += text.Data();
   }
 }
