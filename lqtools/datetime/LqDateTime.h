@@ -129,6 +129,37 @@ class LQTOOLS_API LqDateTime {
 
   // The present UTC time to the millisecond (microsecond part 0).
   static LqDateTime UTC();
+  // UTC().UTC2LTC()
+  static LqDateTime LTC();
+
+  // ------------------------------------------------------------------------------------------
+  // Local and UTC conversion. `this` stays as it is; the result is a new value. None tests
+  // validity.
+
+  // Through the zone of LqTimeZone::Get(); without one, through the system's local time (the
+  // `TZ` of the process). On that path LTC2UTC keeps the milliseconds and drops what lies below.
+  LqDateTime LTC2UTC() const;
+  LqDateTime UTC2LTC() const;
+  // Through the zone file `zoneName` (loaded into LqTimeZone::GetAnother()); without one, through
+  // a built-in standard offset for 75 names and, with `applyDst`, a fixed European daylight rule
+  // that changes on the last Saturday of March and October.
+  LqDateTime ExplicitLTC2UTC(const char16_t* zoneName, bool applyDst);
+  LqDateTime ExplicitUTC2LTC(const char16_t* zoneName, bool applyDst);
+
+  // ------------------------------------------------------------------------------------------
+  // Period alignment (PeriodAlignment.h has the free helpers). Particular spans stand for the
+  // calendar periods, tested in this order: 0 seconds or less does nothing; exactly 31 days is a
+  // month, exactly 7 days a week (from the locale's first day of the week), 365 days or more a
+  // year, 91 days or more a quarter, 86400 to 172799 seconds a day; any other span is a grid of
+  // fixed seconds counted from 1999-01-01 in UTC. Calendar periods are cut in the local time of
+  // LqTimeZone::Get() and the value stays UTC.
+
+  // Back to the start of the period that holds the value. A valid `anchor` at or before the value
+  // moves a grid of fixed seconds through itself; calendar periods ignore it.
+  void AdjustToPeriod(const LqDateTimeSpan& period, const LqDateTime* anchor);
+  // On to where the period ends; a value on a boundary stays. The boundary tests differ from kind
+  // to kind, and a week ends at the start of its own last day: see PeriodAlignment.cpp.
+  void AdjustToEndPeriod(const LqDateTimeSpan& period);
 
   // ------------------------------------------------------------------------------------------
   // Text. ToCompleteString and ToCompleteWString throw std::exception for an invalid value or
@@ -166,6 +197,10 @@ class LQTOOLS_API LqDateTime {
  private:
   static const int monthDays[12];
 
+  // The standard offset of `zoneName` in seconds east of UTC from the built-in table; 0 for any
+  // other name.
+  int getBias(const char16_t* zoneName);
+
   // `year` receives the year index (years since 1999) and, with `yearOnly`, `day` the day number
   // of January 1; otherwise `month` and `day` the calendar fields.
   static void DateTime2DMY(uint32_t seconds, int& day, int& month, int& year, bool yearOnly);
@@ -180,6 +215,9 @@ class LQTOOLS_API LqDateTime {
 // gmtime of a time: null when either pointer is null, the time is negative or it lies after
 // 3000-12-31T23:59:59Z; otherwise `result`.
 LQTOOLS_API tm* xgmtime(const long long* time, tm* result);
+
+// Setting the system clock is deliberately not offered: always -1, and the clock stays.
+LQTOOLS_API int SetSystemDateTime(const LqDateTime& dateTime);
 
 // ------------------------------------------------------------------------------------------
 // The calendar core, inline so that loops over many values compile to plain arithmetic.

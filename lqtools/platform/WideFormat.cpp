@@ -422,6 +422,75 @@ int vswprintf(char16_t* buffer, std::size_t count, const char16_t* format, va_li
   return out.Finish();
 }
 
+namespace {
+
+// ReadSpec for a conversion known to hold no '*': no argument is read.
+bool ReadSpecWithoutArguments(const char16_t*& p, Spec* spec, ...) {
+  va_list none;
+  va_start(none, spec);
+  const bool complete = ReadSpec(p, none, *spec);
+  va_end(none);
+  return complete;
+}
+
+WideArgument IntegerArgument(Length length) {
+  switch (length) {
+    case Length::Long: return WideArgument::Long;
+    case Length::LongLong:
+    case Length::Int64: return WideArgument::LongLong;
+    case Length::Size: return WideArgument::Size;
+    default: return WideArgument::Int;
+  }
+}
+
+}  // namespace
+
+WideArgument ConversionArgument(const char16_t* percent, const char16_t** end) {
+  const char16_t* p = percent + 1;
+  // Flags, width, '.', precision: a '*' among them takes arguments of its own.
+  const char16_t* q = p;
+  while (*q == u'-' || *q == u'+' || *q == u' ' || *q == u'#' || *q == u'.' ||
+         (*q >= u'0' && *q <= u'9') || *q == u'*') {
+    if (*q == u'*') {
+      if (end) *end = q + 1;
+      return WideArgument::Several;
+    }
+    ++q;
+  }
+  Spec spec;
+  const bool complete = ReadSpecWithoutArguments(p, &spec);
+  if (end) *end = complete ? p + 1 : p;
+  if (!complete) return WideArgument::Nothing;
+  const bool narrow = spec.length == Length::Short || spec.length == Length::Char;
+  switch (spec.conversion) {
+    case u'd':
+    case u'i':
+    case u'u':
+    case u'o':
+    case u'x':
+    case u'X': return IntegerArgument(spec.length);
+    case u'e':
+    case u'E':
+    case u'f':
+    case u'F':
+    case u'g':
+    case u'G':
+    case u'a':
+    case u'A':
+      return spec.length == Length::LongDouble ? WideArgument::LongDouble : WideArgument::Double;
+    case u'c':
+    case u'C': return WideArgument::Int;
+    case u's':
+    case u'S':
+      return narrow || (spec.conversion == u'S' && spec.length != Length::Long)
+                 ? WideArgument::NarrowText
+                 : WideArgument::WideText;
+    case u'p': return WideArgument::Pointer;
+    case u'n': return WideArgument::Count;
+    default: return WideArgument::Nothing;
+  }
+}
+
 int swprintf(char16_t* buffer, std::size_t count, const char16_t* format, ...) {
   va_list args;
   va_start(args, format);

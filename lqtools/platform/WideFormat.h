@@ -20,6 +20,17 @@ LQTOOLS_API int vswprintf(char16_t* buffer, std::size_t count, const char16_t* f
                           va_list args);
 LQTOOLS_API int swprintf(char16_t* buffer, std::size_t count, const char16_t* format, ...);
 
+// What the conversion at `percent` (a '%') takes from the argument list, for callers that fill
+// formats from data and must pass exactly that type or nothing. `Nothing` for "%%", for an
+// unknown conversion (copied as it stands) and for a format that ends inside the conversion;
+// `Several` when a '*' width or precision takes further arguments. `end`, when given, is set
+// behind the conversion.
+enum class WideArgument {
+  Nothing, Int, Long, LongLong, Size, Double, LongDouble, WideText, NarrowText, Pointer, Count,
+  Several
+};
+WideArgument ConversionArgument(const char16_t* percent, const char16_t** end);
+
 // The texts of "%lld" and of "%.<precision><conversion>" (conversion e, E, f, F, g or G; a negative
 // precision means 6) in the "C" locale, as snprintf writes them but many times faster. The text
 // is cut to `count - 1` units and terminated; the result is its full length.
