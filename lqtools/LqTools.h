@@ -9,6 +9,7 @@
 #include "lqtools/datetime/LqOleDateTime.h"
 #include "lqtools/files/FileOperations.h"
 #include "lqtools/files/LqFileFind.h"
+#include "lqtools/files/LqLog.h"
 #include "lqtools/files/PathHelpers.h"
 #include "lqtools/json/JsonDocument.h"
 #include "lqtools/security/Base64.h"

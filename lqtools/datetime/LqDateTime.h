@@ -129,6 +129,8 @@ class LQTOOLS_API LqDateTime {
 
   // The present UTC time to the millisecond (microsecond part 0).
   static LqDateTime UTC();
+  // Sends the value to the wide printk as "DD/MM/YYYY hh:mm:ss.mmm" and a line feed.
+  void printk() const;
 
   // ------------------------------------------------------------------------------------------
   // Text. ToCompleteString and ToCompleteWString throw std::exception for an invalid value or
