@@ -24,5 +24,6 @@
 #include "lqtools/text/StdRuntimeException.h"
 #include "lqtools/text/TextHelpers.h"
 #include "lqtools/text/Unicode.h"
+#include "lqtools/xml/FileHelper.h"
 #include "lqtools/xml/XmlDocument.h"
 #include "lqtools/xml/XmlDocumentCallback.h"
