@@ -14,6 +14,7 @@
 #include <memory>
 #include <stack>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "lqtools/files/LqLog.h"
@@ -45,6 +46,40 @@ void LogUncontrolled() {
   printlog("Houston... situaci\xC3\xB3n no controlada!\n");
 }
 
+// What has been read and not yet consumed. Cutting at the front only moves a start offset; the
+// consumed bytes are dropped once they make up more than half of the text, so that the cost of a
+// cut does not grow with the block size.
+class Content {
+ public:
+  std::string_view View() const { return std::string_view(m_text).substr(m_start); }
+  std::size_t Size() const { return m_text.size() - m_start; }
+  std::size_t Find(std::string_view text, std::size_t from = 0) const {
+    return View().find(text, from);
+  }
+  std::size_t Find(char c, std::size_t from = 0) const { return View().find(c, from); }
+  void CutFront(std::size_t count) {
+    m_start += count;
+    if (m_start > 4096 && m_start * 2 > m_text.size()) {
+      m_text.erase(0, m_start);
+      m_start = 0;
+    }
+  }
+  void Append(const char* bytes, std::size_t count) { m_text.append(bytes, count); }
+
+ private:
+  std::string m_text;
+  std::size_t m_start = 0;
+};
+
+// The text between the first '<' and the first '>' behind it, or empty.
+std::string_view NextTag(std::string_view text) {
+  const std::size_t open = text.find('<');
+  if (open == std::string_view::npos) return std::string_view();
+  const std::size_t close = text.find('>', open + 1);
+  if (close == std::string_view::npos) return std::string_view();
+  return text.substr(open + 1, close - open - 1);
+}
+
 // The file and the read buffer of one call. Each read asks for at most size - 1 bytes, ends them
 // with a zero and appends to the content what stands in front of the first zero byte.
 class BlockReader {
@@ -56,10 +91,10 @@ class BlockReader {
   BlockReader& operator=(const BlockReader&) = delete;
 
   // The number of bytes the read brought, 0 at the end of the file or on an error.
-  std::size_t Read(std::string& content) {
+  std::size_t Read(Content& content) {
     const std::size_t got = std::fread(m_buffer.get(), 1, m_size - 1, m_file);
     m_buffer[got] = 0;
-    content.append(m_buffer.get(), std::strlen(m_buffer.get()));
+    content.Append(m_buffer.get(), std::strlen(m_buffer.get()));
     return got;
   }
   bool AtEnd() const { return std::feof(m_file) != 0; }
@@ -72,27 +107,31 @@ class BlockReader {
 
 // Cuts `content` behind the first `marker`, reading blocks until it turns up. False when a read
 // brings nothing first.
-bool SkipBehind(BlockReader& reader, std::string& content, const char* marker) {
+bool SkipBehind(BlockReader& reader, Content& content, std::string_view marker) {
+  // Each search starts where the previous one could not have seen a whole marker.
+  std::size_t from = 0;
   for (;;) {
-    const std::size_t found = content.find(marker);
-    if (found != std::string::npos) {
-      content.erase(0, found + std::strlen(marker));
+    const std::size_t found = content.Find(marker, from);
+    if (found != std::string_view::npos) {
+      content.CutFront(found + marker.size());
       return true;
     }
+    from = content.Size() < marker.size() ? 0 : content.Size() - marker.size() + 1;
     if (reader.Read(content) == 0) return false;
-    if (content.find(marker) == std::string::npos && reader.AtEnd()) return false;
+    if (content.Find(marker, from) == std::string_view::npos && reader.AtEnd()) return false;
   }
 }
 
 // The root phase: the end of the file after a read fails the search even when that read brought
 // the wanted character. Kept: this is the one place where the buffer size changes the result.
-bool SkipRootCharacter(BlockReader& reader, std::string& content, char wanted) {
-  for (;;) {
-    const std::size_t found = content.find(wanted);
-    if (found != std::string::npos) {
-      content.erase(0, found + 1);
+bool SkipRootCharacter(BlockReader& reader, Content& content, char wanted) {
+  for (std::size_t from = 0;;) {
+    const std::size_t found = content.Find(wanted, from);
+    if (found != std::string_view::npos) {
+      content.CutFront(found + 1);
       return true;
     }
+    from = content.Size();
     if (reader.Read(content) == 0 || reader.AtEnd()) return false;
   }
 }
@@ -100,11 +139,7 @@ bool SkipRootCharacter(BlockReader& reader, std::string& content, char wanted) {
 }  // namespace
 
 std::string XmlDocument::GetNextTagFromString(const std::string& text) {
-  const std::size_t open = text.find('<');
-  if (open == std::string::npos) return std::string();
-  const std::size_t close = text.find('>', open + 1);
-  if (close == std::string::npos) return std::string();
-  return text.substr(open + 1, close - open - 1);
+  return std::string(NextTag(text));
 }
 
 bool XmlDocument::IsAllWhitespace(const std::string& text) {
@@ -143,7 +178,7 @@ XmlNode* XmlDocument::LoadNodeByPath(const std::u16string& fileName, const std::
     return nullptr;
   }
   BlockReader reader(file, bufferSize);
-  std::string content;
+  Content content;
 
   if (!SkipBehind(reader, content, "<?xml") || !SkipBehind(reader, content, "?>")) {
     printExceptionLog(
@@ -165,9 +200,9 @@ XmlNode* XmlDocument::LoadNodeByPath(const std::u16string& fileName, const std::
   bool inside = false;
 
   auto cutBehind = [&content](const std::string& text, std::size_t from = 0) {
-    const std::size_t found = content.find(text, from);
-    if (found == std::string::npos) return false;
-    content.erase(0, found + text.size());
+    const std::size_t found = content.Find(text, from);
+    if (found == std::string_view::npos) return false;
+    content.CutFront(found + text.size());
     return true;
   };
   auto newNode = [](const std::string& tag) {
@@ -176,7 +211,7 @@ XmlNode* XmlDocument::LoadNodeByPath(const std::u16string& fileName, const std::
 
   for (bool secondOfPair = false;; secondOfPair = !secondOfPair) {
     std::string tag;
-    while ((tag = GetNextTagFromString(content)).empty()) {
+    while ((tag = NextTag(content.View())).empty()) {
       if (reader.Read(content) == 0) {
         LogUncontrolled();
         return nullptr;
@@ -193,17 +228,17 @@ XmlNode* XmlDocument::LoadNodeByPath(const std::u16string& fileName, const std::
       }
       tags.pop();
       const std::string whole = "<" + tag + ">";
-      const std::size_t found = content.find(whole);
-      if (found == std::string::npos) {
+      const std::size_t found = content.Find(whole);
+      if (found == std::string_view::npos) {
         LogUncontrolled();
         return nullptr;
       }
       if (inside && !nodes.empty()) {
-        const std::string text = content.substr(0, found);
+        const std::string text(content.View().substr(0, found));
         if (!IsAllWhitespace(text)) nodes.top()->SetValue(LqWString(Widen(text).c_str()));
         nodes.pop();
       }
-      content.erase(0, found + whole.size());
+      content.CutFront(found + whole.size());
       if (inside && !IsGoalNodeInTheStack(path, tags)) return result.release();
       continue;
     }
@@ -261,8 +296,8 @@ XmlNode* XmlDocument::LoadNodeByPath(const std::u16string& fileName, const std::
     const bool found = attributes.empty()
                            ? cutBehind("<" + tag + ">")
                            : [&] {
-                               const std::size_t start = content.find("<" + tag);
-                               return start != std::string::npos &&
+                               const std::size_t start = content.Find("<" + tag);
+                               return start != std::string_view::npos &&
                                       cutBehind(">", start + tag.size() + 1);
                              }();
     if (!found) {

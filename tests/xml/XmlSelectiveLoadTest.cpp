@@ -105,6 +105,14 @@ TEST_F(SelectiveLoadTest, FindsTheGoalWithItsSubtreeForEveryBufferSize) {
   }
 }
 
+TEST_F(SelectiveLoadTest, BranchBehindManyBlocksIsFoundWhole) {
+  std::string file = "<?xml version=\"1.0\"?>\n<root>\n";
+  for (int i = 0; i < 3000; ++i) file += "<item><n>" + std::to_string(i) + "</n></item>\n";
+  file += "<goal><k>1</k><v>two</v></goal><item><n>x</n></item></root>";
+  for (unsigned long long size : {2ull, 100ull, 4096ull, 65536ull})
+    EXPECT_EQ(Load(file, u"/goal", size), "/goal[k=1,v=two]") << size;
+}
+
 TEST_F(SelectiveLoadTest, PathsThatNeverMatchRunToTheRootsEndAndFailThere) {
   for (const std::u16string path : {u"/r/a", u"a", u"/", u"/a/b/c", u"//a"}) {
     SetUp();
