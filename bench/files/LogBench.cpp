@@ -12,14 +12,16 @@ namespace {
 
 void BM_Printlog(benchmark::State& state) {
   std::remove(LqLogFileName());
-  for (auto _ : state) printlog("sensor %d read %s\n", 17, "ok");
+  for (auto _ : state)
+    printlog("sensor %d read %s\n", 17, "ok");
   state.SetItemsProcessed(state.iterations());
   std::remove(LqLogFileName());
 }
 
 void BM_PrintlogWide(benchmark::State& state) {
   std::remove(LqLogFileName());
-  for (auto _ : state) printlog(u"sensor %d read %ls\n", 17, u"ok");
+  for (auto _ : state)
+    printlog(u"sensor %d read %ls\n", 17, u"ok");
   state.SetItemsProcessed(state.iterations());
   std::remove(LqLogFileName());
 }

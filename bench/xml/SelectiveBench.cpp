@@ -30,8 +30,8 @@ const char* const kFile = "/tmp/lqtools-selective-bench.xml";
 
 std::string Item(int index) {
   const std::string n = std::to_string(index);
-  return "<item><name>sensor " + n + " of the north line</name><unit>kPa</unit><text>reading " +
-         n + " taken every ten seconds, averaged over one minute and kept for a year</text>" +
+  return "<item><name>sensor " + n + " of the north line</name><unit>kPa</unit><text>reading " + n +
+         " taken every ten seconds, averaged over one minute and kept for a year</text>" +
          "</item>\n";
 }
 
@@ -46,7 +46,8 @@ std::string Goal() {
 
 const std::string& FilePath() {
   static const std::string path = [] {
-    if (std::filesystem::exists(kFile) && std::filesystem::file_size(kFile) > kFileSize) return kFile;
+    if (std::filesystem::exists(kFile) && std::filesystem::file_size(kFile) > kFileSize)
+      return kFile;
     FILE* file = std::fopen(kFile, "wb");
     if (!file) return kFile;
     std::size_t written = 0;
@@ -56,9 +57,11 @@ const std::string& FilePath() {
     };
     put("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<root>\n");
     int index = 0;
-    while (written < kFileSize - kTailSize) put(Item(index++));
+    while (written < kFileSize - kTailSize)
+      put(Item(index++));
     put(Goal());
-    while (written < kFileSize) put(Item(index++));
+    while (written < kFileSize)
+      put(Item(index++));
     put("</root>\n");
     std::fclose(file);
     return kFile;
@@ -66,9 +69,7 @@ const std::string& FilePath() {
   return path;
 }
 
-double FileMegabytes() {
-  return static_cast<double>(std::filesystem::file_size(FilePath())) / 1e6;
-}
+double FileMegabytes() { return static_cast<double>(std::filesystem::file_size(FilePath())) / 1e6; }
 
 void ReportPeak(benchmark::State& state) {
   rusage usage{};
@@ -80,7 +81,8 @@ std::u16string Wide(const std::string& text) { return std::u16string(text.begin(
 
 void BM_BareProcess(benchmark::State& state) {
   FilePath();
-  for (auto _ : state) benchmark::DoNotOptimize(state.iterations());
+  for (auto _ : state)
+    benchmark::DoNotOptimize(state.iterations());
   ReportPeak(state);
 }
 
@@ -93,8 +95,8 @@ void BM_LoadNodeByPath(benchmark::State& state) {
     benchmark::DoNotOptimize(node.get());
   }
   // The reader stops at the branch's end tag, a little short of the end of the file.
-  state.SetBytesProcessed(static_cast<int64_t>(state.iterations() *
-                                               (FileMegabytes() * 1e6 - kTailSize)));
+  state.SetBytesProcessed(
+      static_cast<int64_t>(state.iterations() * (FileMegabytes() * 1e6 - kTailSize)));
   ReportPeak(state);
 }
 

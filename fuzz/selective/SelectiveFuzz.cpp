@@ -41,7 +41,8 @@ const std::string& FilePath() {
 
 std::u16string Wide(const std::string& bytes) {
   std::u16string out;
-  for (const char c : bytes) out.push_back(static_cast<unsigned char>(c));
+  for (const char c : bytes)
+    out.push_back(static_cast<unsigned char>(c));
   return out;
 }
 

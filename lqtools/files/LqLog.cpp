@@ -153,9 +153,12 @@ void printlog(const char16_t* format, ...) {
   auto put = [&](char16_t unit) {
     if (out + 1 < sizeof g_wideEntry) g_wideEntry[out++] = static_cast<char>(unit & 0xFF);
   };
-  for (int i = 0; i < stampLength; ++i) put(static_cast<unsigned char>(stamp[i]));
-  for (const char16_t* p = u" - "; *p; ++p) put(*p);
-  for (const char16_t* p = g_wideMessage; *p; ++p) put(*p);
+  for (int i = 0; i < stampLength; ++i)
+    put(static_cast<unsigned char>(stamp[i]));
+  for (const char16_t* p = u" - "; *p; ++p)
+    put(*p);
+  for (const char16_t* p = g_wideMessage; *p; ++p)
+    put(*p);
   g_wideEntry[out] = 0;
   WriteAll(fd, g_wideEntry, std::strlen(g_wideEntry));
   ::close(fd);

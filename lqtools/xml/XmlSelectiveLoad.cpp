@@ -28,7 +28,8 @@ namespace {
 std::u16string Widen(const std::string& text) {
   std::u16string out;
   out.reserve(text.size());
-  for (const char c : text) out.push_back(static_cast<char16_t>(static_cast<signed char>(c)));
+  for (const char c : text)
+    out.push_back(static_cast<char16_t>(static_cast<signed char>(c)));
   return out;
 }
 
@@ -36,7 +37,8 @@ std::u16string Widen(const std::string& text) {
 std::string Narrow(const char16_t* begin, const char16_t* end) {
   std::string out;
   out.reserve(static_cast<std::size_t>(end - begin));
-  for (const char16_t* p = begin; p != end; ++p) out.push_back(static_cast<char>(*p & 0xFF));
+  for (const char16_t* p = begin; p != end; ++p)
+    out.push_back(static_cast<char>(*p & 0xFF));
   return out;
 }
 
@@ -222,8 +224,9 @@ XmlNode* XmlDocument::LoadNodeByPath(const std::u16string& fileName, const std::
       // With nothing on the stack there is nothing to match, not even a lone "/".
       const std::string top = tags.empty() ? std::string() : tags.top();
       if (tags.empty() || tag.compare(1, std::string::npos, top) != 0) {
-        printExceptionLog(u"XmlDocument::LoadNodeByPath: wrong formatted XML file, tag '/%ls' not found!",
-                          Widen(top).c_str());
+        printExceptionLog(
+            u"XmlDocument::LoadNodeByPath: wrong formatted XML file, tag '/%ls' not found!",
+            Widen(top).c_str());
         return nullptr;
       }
       tags.pop();
@@ -293,13 +296,10 @@ XmlNode* XmlDocument::LoadNodeByPath(const std::u16string& fileName, const std::
       inside = true;
     }
 
-    const bool found = attributes.empty()
-                           ? cutBehind("<" + tag + ">")
-                           : [&] {
-                               const std::size_t start = content.Find("<" + tag);
-                               return start != std::string_view::npos &&
-                                      cutBehind(">", start + tag.size() + 1);
-                             }();
+    const bool found = attributes.empty() ? cutBehind("<" + tag + ">") : [&] {
+      const std::size_t start = content.Find("<" + tag);
+      return start != std::string_view::npos && cutBehind(">", start + tag.size() + 1);
+    }();
     if (!found) {
       LogUncontrolled();
       return nullptr;

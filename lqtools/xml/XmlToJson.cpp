@@ -37,7 +37,8 @@ void XmlNode::toJson(JsonNode* parent) {
   for (const auto& [tag, children] : groups) {
     if (children.size() > 1) {
       JsonNode* array = node->NewChild(static_cast<const char16_t*>(tag), kJsonArray);
-      for (XmlNode* child : children) child->toJson(array);
+      for (XmlNode* child : children)
+        child->toJson(array);
     } else {
       children.front()->toJson(node);
     }

@@ -41,8 +41,8 @@ class LogTest : public ::testing::Test {
 TEST_F(LogTest, EntriesBeginWithTheTimeAndGetNoLineEnd) {
   printlog("x");
   printlog("%d-%s", 7, "y");
-  EXPECT_TRUE(std::regex_match(ReadFile(m_log),
-                               std::regex(std::string(kStamp) + "x" + kStamp + "7-y")));
+  EXPECT_TRUE(
+      std::regex_match(ReadFile(m_log), std::regex(std::string(kStamp) + "x" + kStamp + "7-y")));
 }
 
 TEST_F(LogTest, LongMessageIsCutBehindTheTimePrefix) {
@@ -91,9 +91,9 @@ TEST_F(LogTest, FileIsEmptiedOnlyAboveTenMebibytes) {
 TEST_F(LogTest, ExceptionLogAddsTheLineEndAndWritesUtf8) {
   printExceptionLog(u"failed %ls", u"\u00e9");
   printExceptionLog(u"again");
-  EXPECT_TRUE(std::regex_match(
-      ReadFile(m_exceptionLog),
-      std::regex(std::string(kStamp) + "failed \xC3\xA9\n" + kStamp + "again\n")));
+  EXPECT_TRUE(
+      std::regex_match(ReadFile(m_exceptionLog),
+                       std::regex(std::string(kStamp) + "failed \xC3\xA9\n" + kStamp + "again\n")));
 }
 
 TEST_F(LogTest, PlantedSymbolicLinkIsNotWrittenThrough) {
@@ -133,7 +133,8 @@ TEST_F(LogTest, EightThreadsWriteWholeEntriesOnly) {
       }
     });
   }
-  for (auto& thread : threads) thread.join();
+  for (auto& thread : threads)
+    thread.join();
 
   std::ifstream in(m_log, std::ios::binary);
   const std::regex entry(std::string(kStamp) + R"((\d):([a-z]+))");

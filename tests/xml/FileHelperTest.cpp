@@ -15,7 +15,8 @@ TEST(FileHelper, FileToStringGivesTheBytesOrNothing) {
   EXPECT_EQ(helper.FileToString((folder.Path() / "empty").string()), "");
   EXPECT_EQ(helper.FileToString((folder.Path() / "missing").string()), "");
   EXPECT_EQ(helper.FileToString((folder.Path() / "bytes").string()), std::string("x\0y\xC3", 4));
-  EXPECT_EQ(helper.FileToString(LqWString(folder.Wide("bytes").c_str())), std::string("x\0y\xC3", 4));
+  EXPECT_EQ(helper.FileToString(LqWString(folder.Wide("bytes").c_str())),
+            std::string("x\0y\xC3", 4));
 }
 
 TEST(FileHelper, WideFileNameGoesThroughTheNarrowOverride) {
@@ -31,7 +32,7 @@ TEST(FileHelper, XmlDocumentFileNodeToStringWritesTheElement) {
   TempFolder folder;
   WriteFile(folder.Path() / "doc.xml",
             "<?xml version=\"1.0\"?><cfg><a id=\"1\"><x/></a><a id=\"2\">v</a><cfg>in</cfg>"
-               "</cfg>");
+            "</cfg>");
   WriteFile(folder.Path() / "broken.xml", "<cfg><a></cfg>");
   const LqWString doc(folder.Wide("doc.xml").c_str());
   FileHelper helper;
@@ -49,8 +50,11 @@ TEST(FileHelper, XmlDocumentFileNodeToStringWritesTheElement) {
   for (const auto& c : cases)
     EXPECT_EQ(helper.XmlDocumentFileNodeToString(doc, LqWString(c.node)), c.expected)
         << U8(LqWString(c.node));
-  EXPECT_EQ(helper.XmlDocumentFileNodeToString(LqWString(folder.Wide("broken.xml").c_str()), LqWString(u"cfg")), "");
-  EXPECT_EQ(helper.XmlDocumentFileNodeToString(LqWString(folder.Wide("missing.xml").c_str()), LqWString(u"cfg")),
+  EXPECT_EQ(helper.XmlDocumentFileNodeToString(LqWString(folder.Wide("broken.xml").c_str()),
+                                               LqWString(u"cfg")),
+            "");
+  EXPECT_EQ(helper.XmlDocumentFileNodeToString(LqWString(folder.Wide("missing.xml").c_str()),
+                                               LqWString(u"cfg")),
             "");
 }
 

@@ -107,7 +107,8 @@ TEST_F(SelectiveLoadTest, FindsTheGoalWithItsSubtreeForEveryBufferSize) {
 
 TEST_F(SelectiveLoadTest, BranchBehindManyBlocksIsFoundWhole) {
   std::string file = "<?xml version=\"1.0\"?>\n<root>\n";
-  for (int i = 0; i < 3000; ++i) file += "<item><n>" + std::to_string(i) + "</n></item>\n";
+  for (int i = 0; i < 3000; ++i)
+    file += "<item><n>" + std::to_string(i) + "</n></item>\n";
   file += "<goal><k>1</k><v>two</v></goal><item><n>x</n></item></root>";
   for (unsigned long long size : {2ull, 100ull, 4096ull, 65536ull})
     EXPECT_EQ(Load(file, u"/goal", size), "/goal[k=1,v=two]") << size;
@@ -163,8 +164,8 @@ TEST_F(SelectiveLoadTest, RefusedFilesLogTheirReason) {
   SetUp();
   EXPECT_EQ(XmlDocument::LoadNodeByPath(folder.Wide("missing.xml"), u"/a", 4096), nullptr);
   EXPECT_EQ(LastEntry(LqExceptionLogFileName()),
-            "XmlDocument::LoadNodeByPath: failed to open file '" + (folder.Path() / "missing.xml").string() +
-                "'!\n");
+            "XmlDocument::LoadNodeByPath: failed to open file '" +
+                (folder.Path() / "missing.xml").string() + "'!\n");
 }
 
 TEST_F(SelectiveLoadTest, FileEndingInsideTheGoalLosesTheSubtreeAndLogsHouston) {
@@ -180,8 +181,9 @@ TEST_F(SelectiveLoadTest, RootTagAtTheEndOfTheLastReadIsTheBufferSizeEdge) {
   // that took the whole file during the header phase gets through to the main loop.
   const std::string file = "<?xml?><r>";
   EXPECT_EQ(Load(file, u"/a", 9), "null");
-  EXPECT_EQ(LastEntry(LqExceptionLogFileName()),
-            "XmlDocument::LoadNodeByPath: wrong formatted XML file - no 'first level tag' found!\n");
+  EXPECT_EQ(
+      LastEntry(LqExceptionLogFileName()),
+      "XmlDocument::LoadNodeByPath: wrong formatted XML file - no 'first level tag' found!\n");
   SetUp();
   EXPECT_EQ(Load(file, u"/a", 4096), "null");
   EXPECT_EQ(LastEntry(LqLogFileName()), "Houston... situaci\xC3\xB3n no controlada!\n");

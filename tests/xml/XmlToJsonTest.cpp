@@ -35,7 +35,8 @@ TEST(XmlToJson, ElementsBecomeMembersArraysAndStrings) {
       {"<a x=\"1\">v</a>", R"({"a": "v"})"},
       {"<a><b><c>1</c></b><b x=\"y\"/></a>", R"({"a": {"b": [{"c": "1"},""]}})"},
   };
-  for (const auto& c : cases) EXPECT_EQ(ToJson(c.xml), c.json) << c.xml;
+  for (const auto& c : cases)
+    EXPECT_EQ(ToJson(c.xml), c.json) << c.xml;
 }
 
 TEST(XmlToJson, ArrayElementsAreUnnamed) {
