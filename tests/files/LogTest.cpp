@@ -10,6 +10,7 @@
 #include <thread>
 #include <vector>
 
+#include <lqtools/datetime/LqDateTime.h>
 #include <lqtools/files/LqLog.h>
 
 #include "support/TempFolder.h"
@@ -116,6 +117,14 @@ TEST_F(LogTest, UnwritableLogPathLosesTheEntrySilently) {
   printExceptionLog(u"lost");
   EXPECT_TRUE(fs::is_empty(m_log));
   EXPECT_TRUE(fs::is_empty(m_exceptionLog));
+}
+
+TEST(Printk, WritesTheTextAloneToStandardError) {
+  ::testing::internal::CaptureStderr();
+  printk("%d|", 5);
+  printk(u"%ls|", u"\u00e9");
+  LqDateTime(2024, 2, 29, 7, 8, 9, 45, 0).printk();
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "5|\xC3\xA9|29/02/2024 07:08:09.045\n");
 }
 
 TEST_F(LogTest, EightThreadsWriteWholeEntriesOnly) {
