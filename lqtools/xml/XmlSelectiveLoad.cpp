@@ -82,6 +82,32 @@ std::string_view NextTag(std::string_view text) {
   return text.substr(open + 1, close - open - 1);
 }
 
+// NextTag over a text that only grows at its end while the tag is awaited: each attempt resumes
+// where the last one stopped, so that a long text read in small blocks is scanned once.
+class TagScanner {
+ public:
+  std::string_view Find(std::string_view text) {
+    if (m_open == std::string_view::npos) {
+      m_open = text.find('<', m_checked);
+      if (m_open == std::string_view::npos) {
+        m_checked = text.size();
+        return std::string_view();
+      }
+      m_checked = m_open + 1;
+    }
+    const std::size_t close = text.find('>', m_checked);
+    if (close == std::string_view::npos) {
+      m_checked = text.size();
+      return std::string_view();
+    }
+    return text.substr(m_open + 1, close - m_open - 1);
+  }
+
+ private:
+  std::size_t m_open = std::string_view::npos;
+  std::size_t m_checked = 0;
+};
+
 // The file and the read buffer of one call. Each read asks for at most size - 1 bytes, ends them
 // with a zero and appends to the content what stands in front of the first zero byte.
 class BlockReader {
@@ -213,7 +239,8 @@ XmlNode* XmlDocument::LoadNodeByPath(const std::u16string& fileName, const std::
 
   for (bool secondOfPair = false;; secondOfPair = !secondOfPair) {
     std::string tag;
-    while ((tag = NextTag(content.View())).empty()) {
+    TagScanner scanner;
+    while ((tag = scanner.Find(content.View())).empty()) {
       if (reader.Read(content) == 0) {
         LogUncontrolled();
         return nullptr;
