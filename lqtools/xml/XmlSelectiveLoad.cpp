@@ -308,17 +308,17 @@ XmlNode* XmlDocument::LoadNodeByPath(const std::u16string& fileName, const std::
     if (!attributes.empty()) tag.erase(tag.find(' '));
     tags.push(tag);
 
-    auto withAttributes = [&](XmlNode* node) {
+    auto withAttributes = [&](std::unique_ptr<XmlNode> node) {
       for (const auto& [key, value] : attributes)
         node->setAttribute(Widen(key).c_str(), Widen(value).c_str());
       return node;
     };
     if (result && inside) {
-      XmlNode* child = withAttributes(newNode(tag));
+      XmlNode* child = withAttributes(std::unique_ptr<XmlNode>(newNode(tag))).release();
       nodes.top()->AddChild(child);
       nodes.push(child);
     } else if (!result && IsGoalNodeInTheStack(path, tags)) {
-      result.reset(withAttributes(new XmlNode(nullptr, path.c_str(), -1)));
+      result = withAttributes(std::make_unique<XmlNode>(nullptr, path.c_str(), -1));
       nodes.push(result.get());
       inside = true;
     }
