@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <map>
 #include <mutex>
@@ -26,11 +27,21 @@ constexpr unsigned kEntries = 20000;
 constexpr unsigned kLookups = 5000;
 constexpr int kRenderings = 1000000;
 
-// The table file, written once into a temporary folder and loaded into the process-wide table.
+std::string g_folder;
+
+void RemoveFolder() {
+  std::remove((g_folder + "/strings.lqs").c_str());
+  ::rmdir(g_folder.c_str());
+}
+
+// The table file, written once into a temporary folder (removed at exit) and loaded into the
+// process-wide table.
 const std::string& TablePath() {
   static const std::string path = [] {
     char folder[] = "/tmp/lqtools-bench-XXXXXX";
     const std::string made = mkdtemp(folder);
+    g_folder = made;
+    std::atexit(RemoveFolder);
     LqStringTableWriter writer;
     for (unsigned i = 0; i < kEntries; ++i) {
       const std::string text = "Message " + std::to_string(i) + ": " +
@@ -83,8 +94,7 @@ class PlainTable {
     if (found == m_index.end()) return false;
     if (::lseek(m_handle, found->second.offset, SEEK_SET) != found->second.offset) return false;
     std::vector<char> buffer(found->second.length + 1u);
-    if (::read(m_handle, buffer.data(), found->second.length) != found->second.length)
-      return false;
+    if (::read(m_handle, buffer.data(), found->second.length) != found->second.length) return false;
     text.assign(buffer.data(), found->second.length);
     return true;
   }

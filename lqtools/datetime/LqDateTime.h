@@ -147,6 +147,21 @@ class LQTOOLS_API LqDateTime {
   LqDateTime ExplicitUTC2LTC(const char16_t* zoneName, bool applyDst);
 
   // ------------------------------------------------------------------------------------------
+  // Period alignment (PeriodAlignment.h has the free helpers). Particular spans stand for the
+  // calendar periods, tested in this order: 0 seconds or less does nothing; exactly 31 days is a
+  // month, exactly 7 days a week (from the locale's first day of the week), 365 days or more a
+  // year, 91 days or more a quarter, 86400 to 172799 seconds a day; any other span is a grid of
+  // fixed seconds counted from 1999-01-01 in UTC. Calendar periods are cut in the local time of
+  // LqTimeZone::Get() and the value stays UTC.
+
+  // Back to the start of the period that holds the value. A valid `anchor` at or before the value
+  // moves a grid of fixed seconds through itself; calendar periods ignore it.
+  void AdjustToPeriod(const LqDateTimeSpan& period, const LqDateTime* anchor);
+  // On to where the period ends; a value on a boundary stays. The boundary tests differ from kind
+  // to kind, and a week ends at the start of its own last day: see PeriodAlignment.cpp.
+  void AdjustToEndPeriod(const LqDateTimeSpan& period);
+
+  // ------------------------------------------------------------------------------------------
   // Text. ToCompleteString and ToCompleteWString throw std::exception for an invalid value or
   // microseconds outside 0 to 999999; the others write whatever the value reads as.
 

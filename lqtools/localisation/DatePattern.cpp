@@ -1,6 +1,7 @@
 #include "lqtools/localisation/DatePattern.h"
 
 #include <algorithm>
+#include <string>
 
 #include "lqtools/localisation/LqLocaleInformation.h"
 #include "lqtools/localisation/detail/UnitBuilder.h"
@@ -127,7 +128,15 @@ void ParseDate(LqWString& out, const LqWString& pattern, const LqDateTime& dateT
   }
   if (state == State::Field) PutField(text, fields, letter, count);
   // An unclosed quote is no error: its text is already in place.
-  if (text.Length() == 0) return;
+  const std::size_t rendered = text.Length();
+  if (rendered == 0) return;
   text.Put(0);
-  out += text.Data();
+  if (std::char_traits<char16_t>::length(text.Data()) != rendered) {
+    for (std::size_t i = 0; i < rendered; ++i)  // a zero unit inside a name or a quote
+      out += text.At(i);
+  } else if (out.IsEmpty()) {
+    out.Assign(text.Data(), static_cast<int>(rendered));  // one allocation instead of two
+  } else {
+    out += text.Data();
+  }
 }

@@ -435,7 +435,9 @@ LqWString& UnformatNumber(const char16_t* text, LqWString& result) {
   if (text)
     for (const char16_t* p = text; *p; ++p)
       if (separator.Find(*p, 0) < 0) out.Put(*p);
-  Deliver(result, out);
+  // Unlike the formatters, the result keeps its block policy: callers append to it.
+  result.SetGrowth(LqWString::GrowSmallBlock);
+  result.Assign(out.Data(), static_cast<int>(out.Length()));
   return result;
 }
 

@@ -2,6 +2,7 @@
 #include <locale.h>
 #include <lqtools/localisation/LqLocaleInformation.h>
 #include <lqtools/localisation/LqStringTableFile.h>
+#include <lqtools/localisation/NumberFormat.h>
 #include <stdlib.h>
 
 #include <cstdlib>
@@ -34,8 +35,10 @@ class ScopedEnvironment {
   std::unique_ptr<std::string> m_old;
 };
 
+// The categories that the locale settings are read from.
 bool LocaleAvailable(const char* name) {
-  const locale_t locale = newlocale(LC_ALL_MASK, name, static_cast<locale_t>(nullptr));
+  const locale_t locale = newlocale(LC_CTYPE_MASK | LC_NUMERIC_MASK | LC_TIME_MASK, name,
+                                    static_cast<locale_t>(nullptr));
   if (locale) freelocale(locale);
   return locale != nullptr;
 }
@@ -51,6 +54,15 @@ class UserLocales : public LocaleRecords {
                                   s_folder->Path(std::string(name) + ".UTF-8") + " >/dev/null 2>&1";
       if (std::system(command.c_str()) != 0) s_failed += std::string(" ") + name;
     }
+    // A locale of our own whose thousands separator is U+00A0: only the categories read here.
+    s_folder->Write("xx_NB",
+                    "LC_CTYPE\ncopy \"i18n\"\nEND LC_CTYPE\n"
+                    "LC_NUMERIC\ndecimal_point \"<U002C>\"\nthousands_sep \"<U00A0>\"\n"
+                    "grouping 3\nEND LC_NUMERIC\n"
+                    "LC_TIME\ncopy \"de_DE\"\nEND LC_TIME\n");
+    const std::string command = "localedef -c -i " + s_folder->Path("xx_NB") + " -f UTF-8 " +
+                                s_folder->Path("xx_NB.UTF-8") + " >/dev/null 2>&1";
+    if (std::system(command.c_str()) == -1) s_failed += " xx_NB";
   }
   static void TearDownTestSuite() {
     delete s_folder;
@@ -120,6 +132,18 @@ TEST_F(UserLocales, NarrowSeparatorsAreTheLowBytesOfTheWideOnes) {
   ASSERT_EQ(localeInformation.thousandSeparator.Length(), 1);
   EXPECT_EQ(static_cast<unsigned char>(localeInformation.thousandSeparator[0]), unit & 0xFF);
   EXPECT_STREQ(localeInformation.decimalSeparator, ",");
+}
+
+TEST_F(UserLocales, NoBreakSpaceSeparatorBecomesTheSingleByteA0) {
+  if (!Use("xx_NB.UTF-8")) GTEST_SKIP() << "no locale with U+00A0 could be generated";
+  SetupLocalize();
+  EXPECT_TRUE(localeInformationWide.thousandSeparator == u"\u00A0");
+  EXPECT_STREQ(localeInformation.thousandSeparator, "\xA0");
+  LqString text;
+  FormatNumber(text, 1234.5, 1, true);
+  EXPECT_STREQ(text,
+               "1\xA0"
+               "234,5");
 }
 
 TEST_F(UserLocales, UnknownLocaleLeavesTheSettingsAsTheyWere) {

@@ -157,6 +157,7 @@ TEST_F(NumberFormat, ParseFormatReadsTheShortLayouts) {
 TEST_F(NumberFormat, UnformatNumberDropsEveryUnitOfTheThousandsSeparator) {
   LqWString result(u"old");
   EXPECT_TRUE(UnformatNumber(u"1,234.50", result) == u"1234.50");
+  EXPECT_EQ(result.Flags() & LqWString::GrowLargeBlock, LqWString::GrowSmallBlock);
   UseSeparators(u"'.", u",");
   EXPECT_TRUE(UnformatNumber(u"1'234.5,0", result) == u"12345,0");
   UseSeparators(u"", u".");
