@@ -160,6 +160,8 @@ class LQTOOLS_API LqDateTime {
   // On to where the period ends; a value on a boundary stays. The boundary tests differ from kind
   // to kind, and a week ends at the start of its own last day: see PeriodAlignment.cpp.
   void AdjustToEndPeriod(const LqDateTimeSpan& period);
+  // Sends the value to the wide printk as "DD/MM/YYYY hh:mm:ss.mmm" and a line feed.
+  void printk() const;
 
   // ------------------------------------------------------------------------------------------
   // Text. ToCompleteString and ToCompleteWString throw std::exception for an invalid value or

@@ -23,10 +23,12 @@
 #include <cstdio>
 #include <list>
 #include <map>
+#include <stack>
 #include <string>
 #include <vector>
 
 #include "lqtools/LqToolsExport.h"
+#include "lqtools/json/JsonDocument.h"
 #include "lqtools/text/LqBasicString.h"
 #include "lqtools/xml/XmlDocumentCallback.h"
 
@@ -210,6 +212,12 @@ class LQTOOLS_API XmlDocument {
     bool searchNodeByAttributeNameAndValue(std::vector<const XmlNode*>& results,
                                            const char16_t* name, const char16_t* value);
 
+    // Appends this element to `parent` as JSON: a member under the tag (unnamed in an array),
+    // repeated child tags as arrays, childless elements as strings, attributes as string
+    // members named "-" and the attribute's name. Children come grouped in tag order, the
+    // attributes behind them; the value of an element with children is dropped.
+    void toJson(JsonDocument::JsonNode* parent);
+
     // Equal text forms (CreateXmlCode): an empty value equals no value.
     bool operator==(const XmlNode& other);
     bool operator!=(const XmlNode& other);
@@ -226,6 +234,7 @@ class LQTOOLS_API XmlDocument {
     const XmlNode* NodeFromString(const char16_t* path) const;
     LqWString& ValueObject();
     bool HoldsBelow(const XmlNode* node) const;
+    void getAttributesJson(JsonDocument::JsonNode* target) const;
     void CopyFrom(const XmlNode& other);
 
     XmlDocument* m_document;
@@ -290,7 +299,20 @@ class LQTOOLS_API XmlDocument {
 
   bool Erase(const char16_t* path);
 
+  // Streams `fileName` through a buffer of `bufferSize` bytes and returns the first element at
+  // `path` ("/a/b": the tag names below the root, compared literally) with its subtree, or null
+  // with a line in a log. The returned node is free-standing, its tag is the whole `path`, and
+  // the caller deletes it. Reading stops at the element's end tag. The reader knows a narrow
+  // form of XML: a header, start and end tags throughout, attributes in double quotes, text taken
+  // as bytes without decoding. A bufferSize below 2 counts as 2.
+  static XmlNode* LoadNodeByPath(const std::u16string& fileName, const std::u16string& path,
+                                 unsigned long long bufferSize);
+
  private:
+  static std::string GetNextTagFromString(const std::string& text);
+  static bool IsAllWhitespace(const std::string& text);
+  static bool IsGoalNodeInTheStack(const std::u16string& path, std::stack<std::string>& tags);
+
   struct ParseState;
 
   bool Load();
