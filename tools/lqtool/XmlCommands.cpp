@@ -1,7 +1,9 @@
 // lqtool xml get|set|check|fmt|to-json|branch
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 
+#include <lqtools/files/LqLog.h>
 #include <lqtools/json/JsonDocument.h>
 #include <lqtools/xml/XmlDocument.h>
 
@@ -79,6 +81,32 @@ void Format(const XmlOptions& o) {
                                     static_cast<std::size_t>(text.Length())));
 }
 
+void ToJson(const XmlOptions& o) {
+  XmlDocument document;
+  LoadXml(o.file, document);
+  XmlDocument::XmlNode* node = document.Root();
+  if (!o.path.empty()) {
+    node = document.Root()->Node(Wide(o.path));
+    if (!node) throw Failure(kAnswerNo, o.file, "no node at " + o.path);
+  }
+  JsonDocument json;
+  json.Create(6);
+  node->toJson(json.Root());
+  json.Root()->SaveJsonCode(stdout);
+  std::printf("\n");
+}
+
+void Branch(const XmlOptions& o) {
+  const std::string file = InputPath(o.file);
+  Progress progress("xml branch", static_cast<uint64_t>(std::filesystem::file_size(file)));
+  std::unique_ptr<XmlDocument::XmlNode> node(XmlDocument::LoadNodeByPath(
+      static_cast<const char16_t*>(Wide(file)), static_cast<const char16_t*>(Wide(o.path)), o.buffer));
+  if (!node) throw Failure(kAnswerNo, o.file, "no branch at " + o.path + " (see " + LqLogFileName() + ")");
+  LqString text;
+  node->CreateXmlCode(text);
+  std::printf("%s\n", static_cast<const char*>(text));
+}
+
 }  // namespace
 
 void AddXmlCommands(CLI::App& app) {
@@ -108,7 +136,18 @@ void AddXmlCommands(CLI::App& app) {
   fmt->add_option("-o,--output", o->output, "write to OUT instead of standard output");
   fmt->callback([o] { Format(*o); });
 
-  AddXmlExtraCommands(*xml, o->file, o->path, o->buffer);
+  auto* toJson = xml->add_subcommand("to-json", "print FILE, or the branch at PATH, as JSON");
+  toJson->add_option("FILE", o->file, "XML file, or -")->required();
+  toJson->add_option("PATH", o->path, "slash path of the branch (default: the root)");
+  toJson->callback([o] { ToJson(*o); });
+
+  auto* branch = xml->add_subcommand(
+      "branch", "print one branch of a file of any size, read front to back without loading it");
+  branch->add_option("FILE", o->file, "XML file, or -")->required();
+  branch->add_option("PATH", o->path, "tags below the root, such as /a/b")->required();
+  branch->add_option("--buffer", o->buffer, "bytes read at a time (default 65536)")
+      ->check(CLI::Range(2ull, 1ull << 30));
+  branch->callback([o] { Branch(*o); });
 }
 
 }  // namespace lqtool
