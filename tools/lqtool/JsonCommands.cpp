@@ -1,5 +1,6 @@
 // lqtool json get|fmt
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 
 #include <lqtools/json/JsonDocument.h>
@@ -25,7 +26,9 @@ void LoadJson(const std::string& file, JsonDocument& document) {
     parsed = document.Parse(ReadInput(file).c_str());
   } else {
     InputPath(file);
-    Progress progress("json fmt", static_cast<uint64_t>(ReadInput(file).size()));
+    std::error_code unknown;
+    const auto size = std::filesystem::file_size(file, unknown);
+    Progress progress("json fmt", unknown ? 0 : static_cast<uint64_t>(size));
     parsed = document.Load(Wide(file));
   }
   if (!parsed || !document.Root()) throw Failure(kAnswerNo, file, "does not parse as JSON");
@@ -37,12 +40,19 @@ void Get(const JsonOptions& o) {
   LoadJson(o.file, document);
   JsonDocument::JsonNode* node = document.Root()->Node(Wide(o.path));
   if (!node) throw Failure(kAnswerNo, o.file, "no node at " + o.path);
-  if (node->Type() == kJsonString)
+  if (node->Type() == kJsonString) {
     std::printf("%s\n", Utf8(node->ValueString()).c_str());
-  else {
-    node->SaveJsonCode(stdout);
-    std::printf("\n");
+    return;
   }
+  // The writer's text of the node, without the member name in front of it.
+  std::u16string text;
+  node->CreateJsonCode(text);
+  std::string value = Utf8(text.c_str());
+  if (!node->String().IsEmpty() && !value.empty() && value[0] == '"') {
+    const std::size_t colon = value.find("\": ");
+    if (colon != std::string::npos) value.erase(0, colon + 3);
+  }
+  std::printf("%s\n", value.c_str());
 }
 
 void Format(const JsonOptions& o) {

@@ -72,7 +72,9 @@ void Check(const XmlOptions& o) {
 void Format(const XmlOptions& o) {
   XmlDocument document;
   {
-    Progress progress("xml fmt", o.file == "-" ? 0 : static_cast<uint64_t>(ReadInput(o.file).size()));
+    std::error_code unknown;
+    const auto size = o.file == "-" ? 0 : std::filesystem::file_size(o.file, unknown);
+    Progress progress("xml fmt", unknown ? 0 : static_cast<uint64_t>(size));
     LoadXml(o.file, document);
   }
   LqString text;
