@@ -22,11 +22,12 @@ int main(int argc, char** argv) {
     return 1;
   }
   const LqWString value = settings.Root()->Value(path, u"");
+  LqString setting, shown;
+  Utf16ToUtf8(setting, value);
   LqWString text;
-  LqString narrow;
-  Utf16ToUtf8(narrow, value);
-  ParseXMLText(narrow, text);
-  Utf16ToUtf8(narrow, text);
-  std::printf("%s\n", static_cast<const char*>(narrow));
+  ParseXMLText(setting, text);
+  Utf16ToUtf8(shown, text);
+  std::printf("setting: %s\nshown:   %s\n", static_cast<const char*>(setting),
+              static_cast<const char*>(shown));
   return 0;
 }
