@@ -5,13 +5,12 @@
 
 #include <string>
 
-#include "lqtools/LqToolsExport.h"
 
 namespace lq::detail {
 
 // UTF-8 with '/' for every '\'; an empty text for null.
-LQTOOLS_API std::string ToSystemPath(const char16_t* path);
+std::string ToSystemPath(const char16_t* path);
 // The narrow form of a 16-bit text (mode strings and the like), through the same UTF-8 route.
-LQTOOLS_API std::string ToSystemText(const char16_t* text);
+std::string ToSystemText(const char16_t* text);
 
 }  // namespace lq::detail

@@ -12,13 +12,12 @@
 #include <cstdarg>
 #include <cstddef>
 
-#include "lqtools/LqToolsExport.h"
 
 namespace lq::detail {
 
-LQTOOLS_API int vswprintf(char16_t* buffer, std::size_t count, const char16_t* format,
+int vswprintf(char16_t* buffer, std::size_t count, const char16_t* format,
                           va_list args);
-LQTOOLS_API int swprintf(char16_t* buffer, std::size_t count, const char16_t* format, ...);
+int swprintf(char16_t* buffer, std::size_t count, const char16_t* format, ...);
 
 // What the conversion at `percent` (a '%') takes from the argument list, for callers that fill
 // formats from data and must pass exactly that type or nothing. `Nothing` for "%%", for an
@@ -34,13 +33,13 @@ WideArgument ConversionArgument(const char16_t* percent, const char16_t** end);
 // The texts of "%lld" and of "%.<precision><conversion>" (conversion e, E, f, F, g or G; a negative
 // precision means 6) in the "C" locale, as snprintf writes them but many times faster. The text
 // is cut to `count - 1` units and terminated; the result is its full length.
-LQTOOLS_API int FormatInteger(char* buffer, std::size_t count, long long value);
-LQTOOLS_API int FormatDouble(char* buffer, std::size_t count, double value, char conversion,
+int FormatInteger(char* buffer, std::size_t count, long long value);
+int FormatDouble(char* buffer, std::size_t count, double value, char conversion,
                              int precision);
 
 // vsnprintf and snprintf of the C library, run in the "C" locale.
-LQTOOLS_API int vsnprintf(char* buffer, std::size_t count, const char* format, va_list args);
-LQTOOLS_API int snprintf(char* buffer, std::size_t count, const char* format, ...)
+int vsnprintf(char* buffer, std::size_t count, const char* format, va_list args);
+int snprintf(char* buffer, std::size_t count, const char* format, ...)
     __attribute__((format(printf, 3, 4)));
 
 }  // namespace lq::detail

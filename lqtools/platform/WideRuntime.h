@@ -7,27 +7,26 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "lqtools/LqToolsExport.h"
 
 namespace lq::detail {
 
-LQTOOLS_API std::size_t wcslen(const char16_t* text);  // 0 for null
+std::size_t wcslen(const char16_t* text);  // 0 for null
 // A copy from malloc, to be released with free; null for null. std::bad_alloc when memory runs out.
-LQTOOLS_API char16_t* wcsdup(const char16_t* text);
-LQTOOLS_API int wcsncmp(const char16_t* a, const char16_t* b, std::size_t count);
+char16_t* wcsdup(const char16_t* text);
+int wcsncmp(const char16_t* a, const char16_t* b, std::size_t count);
 
 // strtol/strtoul on 16-bit units, clamped to the 32-bit ranges; `end` may be null.
-LQTOOLS_API int32_t wcstol(const char16_t* text, char16_t** end, int base);
-LQTOOLS_API uint32_t wcstoul(const char16_t* text, char16_t** end, int base);
+int32_t wcstol(const char16_t* text, char16_t** end, int base);
+uint32_t wcstoul(const char16_t* text, char16_t** end, int base);
 // The longest prefix that reads as a number, as strtod does in the "C" locale.
-LQTOOLS_API double wcstod(const char16_t* text, char16_t** end);
+double wcstod(const char16_t* text, char16_t** end);
 // The three-argument wcstok: the state lives in `context`.
-LQTOOLS_API char16_t* wcstok(char16_t* text, const char16_t* delimiters, char16_t** context);
+char16_t* wcstok(char16_t* text, const char16_t* delimiters, char16_t** context);
 
-LQTOOLS_API int iswspace(unsigned c);
-LQTOOLS_API int iswalnum(unsigned c);
-LQTOOLS_API int iswxdigit(unsigned c);
-LQTOOLS_API unsigned towupper(unsigned c);
-LQTOOLS_API unsigned towlower(unsigned c);
+int iswspace(unsigned c);
+int iswalnum(unsigned c);
+int iswxdigit(unsigned c);
+unsigned towupper(unsigned c);
+unsigned towlower(unsigned c);
 
 }  // namespace lq::detail

@@ -6,7 +6,6 @@
 
 #include <cstdint>
 
-#include "lqtools/LqToolsExport.h"
 
 namespace lq::detail {
 
@@ -27,10 +26,10 @@ int64_t DaysFromCivil(int64_t year, int month, int day);
 void CivilFromDays(int64_t days, int64_t& year, int& month, int& day);
 
 // The time rounds to the nearest second (a half second rounds up, carrying into the date);
-// milliseconds come out 0. False for NaN and for dates outside the range. Exported for the tests.
-LQTOOLS_API bool VariantTimeToSystemTime(double date, SystemTime& out);
+// milliseconds come out 0. False for NaN and for dates outside the range.
+bool VariantTimeToSystemTime(double date, SystemTime& out);
 // False unless every field lies in its calendar range (milliseconds and day of week are not
-// read). Exported for the tests.
-LQTOOLS_API bool SystemTimeToVariantTime(const SystemTime& fields, double& out);
+// read).
+bool SystemTimeToVariantTime(const SystemTime& fields, double& out);
 
 }  // namespace lq::detail

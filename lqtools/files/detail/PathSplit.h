@@ -5,7 +5,6 @@
 //          '.' added when it lacks one).
 #pragma once
 
-#include "lqtools/LqToolsExport.h"
 #include "lqtools/text/LqBasicString.h"
 
 namespace lq::detail {
@@ -19,12 +18,11 @@ struct SplitPath {
 
 inline bool IsPathSeparator(char16_t c) { return c == u'\\' || c == u'/'; }
 
-// Exported for the tests.
-LQTOOLS_API SplitPath SplitPathOf(const char16_t* path);
-LQTOOLS_API LqWString MakePath(const char16_t* drive, const char16_t* directory,
+SplitPath SplitPathOf(const char16_t* path);
+LqWString MakePath(const char16_t* drive, const char16_t* directory,
                                const char16_t* name, const char16_t* extension);
 // An absolute path with "." and ".." resolved as text; the target need not exist. A relative
 // path is taken from the current directory. Separators come out as '/'.
-LQTOOLS_API LqWString FullPathOf(const char16_t* path);
+LqWString FullPathOf(const char16_t* path);
 
 }  // namespace lq::detail

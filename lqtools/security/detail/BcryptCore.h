@@ -7,7 +7,6 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "lqtools/LqToolsExport.h"
 
 namespace lq::detail {
 
@@ -18,8 +17,8 @@ constexpr std::size_t kBcryptSaltSize = 16;
 // key, or the text ":" when `setting` is refused. `setting` is read no further than
 // `settingLength` bytes, nor past a zero byte (a null `setting` is refused). The key is read in the
 // published way, up to one byte past `keyLength`, so key[keyLength] must be readable (a
-// terminator). Exported for the tests.
-LQTOOLS_API void BcryptHashText(const char* key, std::size_t keyLength, const char* setting,
+// terminator).
+void BcryptHashText(const char* key, std::size_t keyLength, const char* setting,
                                 std::size_t settingLength, char* out);
 
 // bcrypt's own Base64 ("./A-Za-z0-9", no padding): `size` bytes as text, no terminator written.
@@ -27,7 +26,7 @@ LQTOOLS_API void BcryptHashText(const char* key, std::size_t keyLength, const ch
 std::size_t BcryptEncode(char* out, const uint8_t* data, std::size_t size);
 
 // The cost that GenerateHash uses for a requested `cost`: its low 8 bits, clamped to 4 to 31.
-// Exported for the tests.
-LQTOOLS_API unsigned BcryptClampCost(unsigned cost);
+//
+unsigned BcryptClampCost(unsigned cost);
 
 }  // namespace lq::detail

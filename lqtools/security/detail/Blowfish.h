@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "lqtools/LqToolsExport.h"
 
 namespace lq::detail {
 
@@ -21,13 +20,12 @@ struct BlowfishState {
 // A `length` of 0 reads data[0] over and over, so one byte must always be readable.
 void StreamWords(const uint8_t* data, std::size_t length, uint32_t words[18]);
 
-// Exported for the tests.
-LQTOOLS_API void BlowfishInitState(BlowfishState& state);
-// The plain Blowfish key schedule: the initial state expanded with the key alone. Exported for the
-// tests.
-LQTOOLS_API void BlowfishSetKey(BlowfishState& state, const uint8_t* key, std::size_t length);
-// One 64-bit block, enciphered in place. Exported for the tests.
-LQTOOLS_API void BlowfishEncrypt(const BlowfishState& state, uint32_t& left, uint32_t& right);
+//
+void BlowfishInitState(BlowfishState& state);
+// The plain Blowfish key schedule: the initial state expanded with the key alone.
+void BlowfishSetKey(BlowfishState& state, const uint8_t* key, std::size_t length);
+// One 64-bit block, enciphered in place.
+void BlowfishEncrypt(const BlowfishState& state, uint32_t& left, uint32_t& right);
 
 // P ^= key words, then the chain from a zero block through P and the S-boxes, each block
 // additionally XORed with the salt words, two per block, from the start of the salt stream.
