@@ -36,7 +36,7 @@ JsonDocument::~JsonDocument() {
 }
 
 void JsonDocument::Create(int type) {
-  if (type != 5 && type != 6) return;
+  if (type != JsonArray && type != JsonObject) return;
   Reset();
   m_root = new JsonNode(type);
 }

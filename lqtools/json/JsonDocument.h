@@ -35,6 +35,17 @@ class uuid;
 
 class LQTOOLS_API JsonDocument {
  public:
+  // The type codes of nodes; the interface keeps `int` for them.
+  enum JsonType {
+    JsonBoolean = 0,
+    JsonNull = 1,
+    JsonInteger = 2,
+    JsonFloat = 3,
+    JsonString = 4,
+    JsonArray = 5,
+    JsonObject = 6
+  };
+
   // Containers (arrays and objects) a parse accepts open at once; one more fails the parse, so
   // that no text can exhaust the stack of the recursive parser and writers.
   static constexpr int kMaxParseDepth = 1000;
