@@ -17,6 +17,8 @@ using JsonNode = JsonDocument::JsonNode;
 namespace {
 
 const char kUnexpected[] = "Unexpected situation!";
+// The buffer that formatted node paths go through.
+constexpr std::size_t kNodePathUnits = 1024;
 
 // The value of a node as a path filter compares it, formatted into `buffer` where needed; null
 // for the types that never match.
@@ -236,10 +238,10 @@ JsonNode* JsonNode::Node(const char16_t* path) {
 
 JsonNode* JsonNode::NodeV(const char16_t* format, ...) {
   if (!format) throw StdRuntimeException(kUnexpected);
-  char16_t path[1024];
+  char16_t path[kNodePathUnits];
   va_list args;
   va_start(args, format);
-  lq::detail::vswprintf(path, 1024, format, args);
+  lq::detail::vswprintf(path, kNodePathUnits, format, args);
   va_end(args);
   return Node(path);
 }
