@@ -1,3 +1,5 @@
+// The free text forms of date-times declared in DateTimeText.h: compact digit strings and the
+// mail-header date. The text forms that are members of LqDateTime are in LqDateTimeMemberText.cpp.
 #include "lqtools/datetime/DateTimeText.h"
 
 #include <cstdlib>

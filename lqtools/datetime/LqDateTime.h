@@ -26,6 +26,9 @@
 
 class LQTOOLS_API LqDateTime {
  public:
+  // The seconds of the invalid state.
+  static constexpr uint32_t kInvalidSeconds = 0xFFFFFFFFu;
+
   // ------------------------------------------------------------------------------------------
   // Construction and assignment
 
@@ -59,7 +62,7 @@ class LQTOOLS_API LqDateTime {
   void SetDate(int year, int month, int day);
   // The date becomes 1999-01-01; it is not kept.
   void SetTime(int hour, int minute, int second, int msecond, int usecond);
-  void Invalidate() { m_seconds = 0xFFFFFFFFu; }
+  void Invalidate() { m_seconds = kInvalidSeconds; }
 
   // Fixed-place text: format 0 "yyyy?mm?dd hh:mm:ss", 1 "dd?mm?yyyy hh:mm:ss", 2
   // "yyyy?mm?ddThh:mm:ss", then optional ":mmm:uuu". Shorter than 19 units (or null): the value
@@ -87,7 +90,7 @@ class LQTOOLS_API LqDateTime {
   uint32_t Seconds() const { return m_seconds; }
   // Unix seconds in 32 bits: negative from 2038-01-19T03:14:08 on.
   int EpochSeconds() const;
-  bool Valid() const { return m_seconds != 0xFFFFFFFFu; }
+  bool Valid() const { return m_seconds != kInvalidSeconds; }
 
   // ------------------------------------------------------------------------------------------
   // Calendar

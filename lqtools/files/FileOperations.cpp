@@ -63,17 +63,20 @@ int widerename(const char16_t* from, const char16_t* to) {
   return rename(source.c_str(), target.c_str());
 }
 
+// The bytes widecopy moves at a time.
+constexpr std::size_t kCopyBlock = 1024;
+
 bool widecopy(const char16_t* from, const char16_t* to, bool noTruncate) {
   const int source = OpenUnder(from, O_RDONLY);
   const int target =
       OpenUnder(to, noTruncate ? (O_WRONLY | O_CREAT) : (O_RDWR | O_CREAT | O_TRUNC));
   if (source < 0 || target < 0) {
-    // The descriptor that did open is closed here, unlike the original, which leaked it.
+    // A failed copy keeps no descriptor: the side that did open is closed again.
     if (source >= 0) close(source);
     if (target >= 0) close(target);
     return false;
   }
-  char block[1024];
+  char block[kCopyBlock];
   ssize_t got;
   while ((got = read(source, block, sizeof block)) > 0) {
     [[maybe_unused]] const ssize_t written = write(target, block, static_cast<std::size_t>(got));

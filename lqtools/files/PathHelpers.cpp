@@ -11,6 +11,9 @@
 
 namespace {
 
+// Room for a path the system gives back (the current folder, the program's file).
+constexpr std::size_t kSystemPathBytes = 4096;
+
 const int kMaxPath = 260;
 
 int LastSeparator(const LqWString& text) {
@@ -19,7 +22,7 @@ int LastSeparator(const LqWString& text) {
 }
 
 std::string CurrentDirectory() {
-  std::vector<char> buffer(4096);
+  std::vector<char> buffer(kSystemPathBytes);
   while (!getcwd(buffer.data(), buffer.size())) {
     if (errno != ERANGE) return std::string();
     buffer.resize(buffer.size() * 2);
@@ -35,7 +38,7 @@ void ChangeDirectory(const std::string& path) {
 }  // namespace
 
 LqWString GetAppPath() {
-  std::vector<char> buffer(4096);
+  std::vector<char> buffer(kSystemPathBytes);
   const ssize_t length = readlink("/proc/self/exe", buffer.data(), buffer.size() - 1);
   if (length <= 0) return LqWString();
   buffer[static_cast<std::size_t>(length)] = 0;

@@ -36,7 +36,7 @@ JsonDocument::~JsonDocument() {
 }
 
 void JsonDocument::Create(int type) {
-  if (type != 5 && type != 6) return;
+  if (type != JsonArray && type != JsonObject) return;
   Reset();
   m_root = new JsonNode(type);
 }
@@ -85,8 +85,6 @@ bool JsonDocument::Load() {
 
   std::unique_ptr<char, void (*)(void*)> text(
       CheckFirstCharacters(buffer, static_cast<int32_t>(read)), std::free);
-  const auto length = static_cast<int32_t>(std::strlen(text.get()));
-  text.reset(CheckLastCharacters(text.release(), length));
   return Parse(text.get());
 }
 
@@ -106,22 +104,12 @@ char* JsonDocument::CheckFirstCharacters(char* buffer, int32_t size) {
   return moved;
 }
 
-char* JsonDocument::CheckLastCharacters(char* buffer, int32_t) { return buffer; }
-
 // ------------------------------------------------------------------------------------------------
 // Factories
 
 JsonNode* JsonDocument::cJSON_CreateNull() { return new JsonNode(1); }
 JsonNode* JsonDocument::cJSON_CreateNull(const char16_t* name) {
   return Named(cJSON_CreateNull(), name);
-}
-JsonNode* JsonDocument::cJSON_CreateTrue() { return new JsonNode(0, 1.0); }
-JsonNode* JsonDocument::cJSON_CreateTrue(const char16_t* name) {
-  return Named(cJSON_CreateTrue(), name);
-}
-JsonNode* JsonDocument::cJSON_CreateFalse() { return new JsonNode(0, 0.0); }
-JsonNode* JsonDocument::cJSON_CreateFalse(const char16_t* name) {
-  return Named(cJSON_CreateFalse(), name);
 }
 JsonNode* JsonDocument::cJSON_CreateBool(bool value) { return new JsonNode(0, value ? 1.0 : 0.0); }
 JsonNode* JsonDocument::cJSON_CreateBool(const char16_t* name, bool value) {

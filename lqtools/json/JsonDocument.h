@@ -35,6 +35,17 @@ class uuid;
 
 class LQTOOLS_API JsonDocument {
  public:
+  // The type codes of nodes; the interface keeps `int` for them.
+  enum JsonType {
+    JsonBoolean = 0,
+    JsonNull = 1,
+    JsonInteger = 2,
+    JsonFloat = 3,
+    JsonString = 4,
+    JsonArray = 5,
+    JsonObject = 6
+  };
+
   // Containers (arrays and objects) a parse accepts open at once; one more fails the parse, so
   // that no text can exhaust the stack of the recursive parser and writers.
   static constexpr int kMaxParseDepth = 1000;
@@ -229,11 +240,9 @@ class LQTOOLS_API JsonDocument {
 
  private:
   bool Load();
-  // The front and back of a loaded buffer of `size` bytes plus the added terminator. The front
-  // hook returns the buffer to parse, a new one when bytes were dropped; the back hook is a
-  // kept extension point and returns `buffer`.
+  // The front of a loaded buffer of `size` bytes plus the added terminator: returns the buffer
+  // to parse, a new one when bytes were dropped.
   char* CheckFirstCharacters(char* buffer, int32_t size);
-  char* CheckLastCharacters(char* buffer, int32_t size);
 
   // Each parses from `text` into `node` and returns the position after what it consumed, or
   // null. `depth` counts the containers open around `node`.
@@ -248,10 +257,6 @@ class LQTOOLS_API JsonDocument {
   // Heap nodes; the named forms set the name, and a null name throws.
   static JsonNode* cJSON_CreateNull();
   static JsonNode* cJSON_CreateNull(const char16_t* name);
-  static JsonNode* cJSON_CreateTrue();
-  static JsonNode* cJSON_CreateTrue(const char16_t* name);
-  static JsonNode* cJSON_CreateFalse();
-  static JsonNode* cJSON_CreateFalse(const char16_t* name);
   static JsonNode* cJSON_CreateBool(bool value);
   static JsonNode* cJSON_CreateBool(const char16_t* name, bool value);
   static JsonNode* cJSON_CreateInteger(int value);

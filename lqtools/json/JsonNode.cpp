@@ -17,14 +17,16 @@ using JsonNode = JsonDocument::JsonNode;
 namespace {
 
 const char kUnexpected[] = "Unexpected situation!";
+// The buffer that formatted node paths go through.
+constexpr std::size_t kNodePathUnits = 1024;
 
 // The value of a node as a path filter compares it, formatted into `buffer` where needed; null
 // for the types that never match.
 const char16_t* FilterText(const JsonNode& node, char16_t* buffer, std::size_t count) {
   switch (node.Type()) {
-    case 0: return node.ValueInt() ? u"true" : u"false";
-    case 2: lq::detail::swprintf(buffer, count, u"%d", node.ValueInt()); return buffer;
-    case 3: {
+    case JsonDocument::JsonBoolean: return node.ValueInt() ? u"true" : u"false";
+    case JsonDocument::JsonInteger: lq::detail::swprintf(buffer, count, u"%d", node.ValueInt()); return buffer;
+    case JsonDocument::JsonFloat: {
       // Kept: the double's bit pattern goes through "%d", so the low 32 bits are compared and
       // not the number; stored paths depend on it.
       uint64_t bits;
@@ -33,7 +35,7 @@ const char16_t* FilterText(const JsonNode& node, char16_t* buffer, std::size_t c
       lq::detail::swprintf(buffer, count, u"%d", static_cast<int32_t>(bits & 0xFFFFFFFFu));
       return buffer;
     }
-    case 4: return node.ValueString();
+    case JsonDocument::JsonString: return node.ValueString();
     default: return nullptr;
   }
 }
@@ -50,14 +52,14 @@ bool SameText(const char16_t* a, std::size_t length, const char16_t* b) {
 JsonNode::JsonNode(int type, double value, const char16_t* string)
     : m_type(type), m_intValue(0), m_doubleValue(0.0) {
   switch (type) {
-    case 0: m_intValue = value != 0.0 ? 1 : 0; break;
-    case 2: m_intValue = lq::detail::TruncateToInt32(value); break;
-    case 3: m_doubleValue = value; break;
-    case 4:
+    case JsonBoolean: m_intValue = value != 0.0 ? 1 : 0; break;
+    case JsonInteger: m_intValue = lq::detail::TruncateToInt32(value); break;
+    case JsonFloat: m_doubleValue = value; break;
+    case JsonString:
       if (string) m_stringValue = string;
       break;
     default:
-      if (static_cast<unsigned>(type) > 6u) m_type = 6;
+      if (static_cast<unsigned>(type) > 6u) m_type = JsonObject;
       break;
   }
 }
@@ -149,17 +151,17 @@ void JsonNode::DeleteChilds() {
 }
 
 JsonNode* JsonNode::NewChild(int type) {
-  if (type != 5 && type != 6) return nullptr;
+  if (type != JsonArray && type != JsonObject) return nullptr;
   JsonNode* child =
-      type == 5 ? JsonDocument::cJSON_CreateArray() : JsonDocument::cJSON_CreateObject();
+      type == JsonArray ? JsonDocument::cJSON_CreateArray() : JsonDocument::cJSON_CreateObject();
   AddChild(child);
   return child;
 }
 
 JsonNode* JsonNode::NewChild(const char16_t* name, int type) {
-  if (type != 5 && type != 6) return nullptr;
+  if (type != JsonArray && type != JsonObject) return nullptr;
   JsonNode* child =
-      type == 5 ? JsonDocument::cJSON_CreateArray(name) : JsonDocument::cJSON_CreateObject(name);
+      type == JsonArray ? JsonDocument::cJSON_CreateArray(name) : JsonDocument::cJSON_CreateObject(name);
   AddChild(child);
   return child;
 }
@@ -168,7 +170,7 @@ JsonNode* JsonNode::NewChild(const char* utf8Name, int) {
   LqWString name;
   Utf8ToUtf16(name, utf8Name);
   // Kept: this form always makes an object whatever type it is given; callers rely on it.
-  return NewChild(static_cast<const char16_t*>(name), 6);
+  return NewChild(static_cast<const char16_t*>(name), JsonObject);
 }
 
 // ------------------------------------------------------------------------------------------------
@@ -236,10 +238,10 @@ JsonNode* JsonNode::Node(const char16_t* path) {
 
 JsonNode* JsonNode::NodeV(const char16_t* format, ...) {
   if (!format) throw StdRuntimeException(kUnexpected);
-  char16_t path[1024];
+  char16_t path[kNodePathUnits];
   va_list args;
   va_start(args, format);
-  lq::detail::vswprintf(path, 1024, format, args);
+  lq::detail::vswprintf(path, kNodePathUnits, format, args);
   va_end(args);
   return Node(path);
 }
@@ -263,90 +265,90 @@ LqWString JsonNode::ValueString(const char16_t* path, const char16_t* defaultVal
 // Values
 
 void JsonNode::SetValue(int value) {
-  if (m_type == 5) {
+  if (m_type == JsonArray) {
     AddChild(JsonDocument::cJSON_CreateInteger(value));
-  } else if (m_type == 2) {
+  } else if (m_type == JsonInteger) {
     m_intValue = value;
   }
 }
 
 void JsonNode::SetValue(double value) {
-  if (m_type == 5) {
+  if (m_type == JsonArray) {
     AddChild(JsonDocument::cJSON_CreateFloat(value));
-  } else if (m_type == 3) {
+  } else if (m_type == JsonFloat) {
     m_doubleValue = value;
   }
 }
 
 void JsonNode::SetValue(bool value) {
-  if (m_type == 5) {
+  if (m_type == JsonArray) {
     AddChild(JsonDocument::cJSON_CreateBool(value));
-  } else if (m_type == 0) {
+  } else if (m_type == JsonBoolean) {
     m_intValue = value ? 1 : 0;
   }
 }
 
 void JsonNode::SetValue(const char16_t* value) {
-  if (m_type == 5) {
+  if (m_type == JsonArray) {
     AddChild(JsonDocument::cJSON_CreateString(value));
-  } else if (m_type == 4) {
+  } else if (m_type == JsonString) {
     m_stringValue = value ? value : u"";
   }
 }
 
 void JsonNode::SetValue(const char* utf8Value) {
-  if (m_type != 4 && m_type != 5) return;
+  if (m_type != JsonString && m_type != JsonArray) return;
   LqWString wide;
   Utf8ToUtf16(wide, utf8Value);
   SetValue(static_cast<const char16_t*>(wide));
 }
 
 void JsonNode::SetNullValue() {
-  if (m_type == 5) AddChild(JsonDocument::cJSON_CreateNull());
+  if (m_type == JsonArray) AddChild(JsonDocument::cJSON_CreateNull());
 }
 
 void JsonNode::SetValue(const char16_t* path, const char16_t* value) {
-  if (m_type != 6) return;
+  if (m_type != JsonObject) return;
   JsonNode* node = Node(path);
   if (!node) {
     AddChild(JsonDocument::cJSON_CreateString(path, value));
-  } else if (node->m_type == 4) {
+  } else if (node->m_type == JsonString) {
     node->m_stringValue = value ? value : u"";
   }
 }
 
 void JsonNode::SetValue(const char16_t* path, int value) {
-  if (m_type != 6) return;
+  if (m_type != JsonObject) return;
   JsonNode* node = Node(path);
   if (!node) {
     AddChild(JsonDocument::cJSON_CreateInteger(path, value));
-  } else if (node->m_type == 2) {
+  } else if (node->m_type == JsonInteger) {
     node->m_intValue = value != 0 ? 1 : 0;
   }
 }
 
 void JsonNode::SetValue(const char16_t* path, double value) {
-  if (m_type != 6) return;
+  if (m_type != JsonObject) return;
   JsonNode* node = Node(path);
   if (!node) {
     AddChild(JsonDocument::cJSON_CreateFloat(path, value));
-  } else if (node->m_type == 3) {
+  } else if (node->m_type == JsonFloat) {
     node->m_doubleValue = value;
   }
 }
 
 void JsonNode::SetValue(const char16_t* path, bool value) {
-  if (m_type != 6) return;
+  if (m_type != JsonObject) return;
   JsonNode* node = Node(path);
   if (!node) {
     AddChild(JsonDocument::cJSON_CreateBool(path, value));
-  } else if (node->m_type == 0) {
+  } else if (node->m_type == JsonBoolean) {
     node->m_intValue = value ? 1 : 0;
   }
 }
 
 void JsonNode::SetNullValue(const char16_t* path) {
-  if (m_type != 6) return;
+  if (m_type != JsonObject) return;
   const JsonNode* node = Node(path);
-  if (!node || node->m_type != 1) AddChild(JsonDocument::cJSON_CreateNull(path));
+  if (!node || node->m_type != JsonNull) AddChild(JsonDocument::cJSON_CreateNull(path));
 }

@@ -147,16 +147,16 @@ const char* JsonDocument::ParseValue(JsonNode* node, const char* text, int depth
   switch (*text) {
     case 'n':
       if (std::strncmp(text, "null", 4) != 0) return nullptr;
-      node->m_type = 1;
+      node->m_type = JsonNull;
       return text + 4;
     case 'f':
       if (std::strncmp(text, "false", 5) != 0) return nullptr;
-      node->m_type = 0;
+      node->m_type = JsonBoolean;
       node->m_intValue = 0;
       return text + 5;
     case 't':
       if (std::strncmp(text, "true", 4) != 0) return nullptr;
-      node->m_type = 0;
+      node->m_type = JsonBoolean;
       node->m_intValue = 1;
       return text + 4;
     case '"': return ParseString(node, text);
@@ -199,11 +199,11 @@ const char* JsonDocument::ParseNumber(JsonNode* node, const char* text) {
   // pow(10, 0) is exactly 1, so the common case spares the call.
   const double value = power == 0.0 ? n * sign : std::pow(10.0, power) * (n * sign);
   if (isFloat) {
-    node->m_type = 3;
+    node->m_type = JsonFloat;
     node->m_doubleValue = value;
   } else {
     // Kept: "1e3" is the integer 1000; a number beyond 32 bits reads as -2147483648.
-    node->m_type = 2;
+    node->m_type = JsonInteger;
     node->m_intValue = lq::detail::TruncateToInt32(value);
   }
   return skip(p);
@@ -214,7 +214,7 @@ const char* JsonDocument::ParseString(JsonNode* node, const char* text) {
   if (*text != '"') return nullptr;
   text = ReadString(text, node->m_stringValue);
   if (!text) return nullptr;
-  node->m_type = 4;
+  node->m_type = JsonString;
   return skip(text);
 }
 
@@ -222,7 +222,7 @@ const char* JsonDocument::ParseArray(JsonNode* node, const char* text, int depth
   text = skip(text);
   if (*text != '[' || depth >= kMaxParseDepth) return nullptr;
   text = skip(text + 1);
-  node->m_type = 5;
+  node->m_type = JsonArray;
   if (*text == ']') return text + 1;
   // Kept: one comma before the first element is tolerated, "[,1]" is "[1]".
   if (*text == ',') ++text;
@@ -241,7 +241,7 @@ const char* JsonDocument::ParseObject(JsonNode* node, const char* text, int dept
   text = skip(text);
   if (*text != '{' || depth >= kMaxParseDepth) return nullptr;
   text = skip(text + 1);
-  node->m_type = 6;
+  node->m_type = JsonObject;
   if (*text == '}') return text + 1;
   // Kept: one comma before the first member is tolerated, "{,"a":1}" is "{"a":1}".
   if (*text == ',') ++text;

@@ -150,19 +150,19 @@ void JsonNode::AppendJsonCode(std::u16string& out) const {
     out.append(u": ", 2);
   }
   switch (m_type) {
-    case 0:
+    case JsonBoolean:
       if (m_intValue != 0) {
         out.append(u"true", 4);
       } else {
         out.append(u"false", 5);
       }
       break;
-    case 1: out.append(u"null", 4); break;
-    case 2: AppendNumber(out, m_intValue); break;
-    case 3: AppendNumber(out, m_doubleValue); break;
-    case 4: scapeString(static_cast<const char16_t*>(m_stringValue), out); break;
-    case 5: AppendJsonCodeForArray(out); break;
-    case 6: AppendJsonCodeForObject(out); break;
+    case JsonNull: out.append(u"null", 4); break;
+    case JsonInteger: AppendNumber(out, m_intValue); break;
+    case JsonFloat: AppendNumber(out, m_doubleValue); break;
+    case JsonString: scapeString(static_cast<const char16_t*>(m_stringValue), out); break;
+    case JsonArray: AppendJsonCodeForArray(out); break;
+    case JsonObject: AppendJsonCodeForObject(out); break;
     default: break;
   }
 }
@@ -194,18 +194,18 @@ void JsonNode::SaveJsonCode(FILE* stream) const {
     Write(stream, ": ", 2);
   }
   switch (m_type) {
-    case 0: Write(stream, m_intValue != 0 ? "true" : "false"); break;
-    case 1: Write(stream, "null", 4); break;
-    case 2: WriteNumber(stream, m_intValue); break;
-    case 3: WriteNumber(stream, m_doubleValue); break;
-    case 4: {
+    case JsonBoolean: Write(stream, m_intValue != 0 ? "true" : "false"); break;
+    case JsonNull: Write(stream, "null", 4); break;
+    case JsonInteger: WriteNumber(stream, m_intValue); break;
+    case JsonFloat: WriteNumber(stream, m_doubleValue); break;
+    case JsonString: {
       LqString text;
       scapeString(static_cast<const char16_t*>(m_stringValue), text);
       Write(stream, text);
       break;
     }
-    case 5: SaveJsonCodeForArray(stream); break;
-    case 6: SaveJsonCodeForObject(stream); break;
+    case JsonArray: SaveJsonCodeForArray(stream); break;
+    case JsonObject: SaveJsonCodeForObject(stream); break;
     default: break;
   }
   funlockfile(stream);

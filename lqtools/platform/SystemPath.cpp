@@ -1,14 +1,13 @@
 #include "lqtools/platform/SystemPath.h"
 
-#include "lqtools/text/Unicode.h"
+#include "lqtools/platform/Utf8Encoder.h"
 
 namespace lq::detail {
 
 std::string ToSystemText(const char16_t* text) {
-  if (!text) return std::string();
-  LqString narrow;
-  Utf16ToUtf8(narrow, LqWString(text, false));
-  return std::string(static_cast<const char*>(narrow), static_cast<std::size_t>(narrow.Length()));
+  std::string result;
+  if (text) EncodeUtf8(text, [&result](char byte) { result += byte; });
+  return result;
 }
 
 std::string ToSystemPath(const char16_t* path) {

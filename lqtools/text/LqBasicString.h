@@ -38,7 +38,11 @@ class LqBasicString {
   using CharType = T;
   using OtherString = LqBasicString<Other, OtherTraits>;
 
-  enum : uint32_t { Borrowed = 16, GrowSmallBlock = 32, GrowLargeBlock = 33 };
+  enum : uint32_t {
+    Borrowed = 16,
+    GrowSmallBlock = lq::detail::kGrowSmallBlock,
+    GrowLargeBlock = lq::detail::kGrowLargeBlock
+  };
 
   // ------------------------------------------------------------------------------------------
   // Construction
@@ -48,7 +52,7 @@ class LqBasicString {
 
   explicit LqBasicString(unsigned growth)
       : m_data(Traits::EmptyString()),
-        m_flags((growth & 33u) | Borrowed),
+        m_flags((growth & lq::detail::kGrowthMask) | Borrowed),
         m_spare(0),
         m_length(0) {}
 
@@ -87,7 +91,7 @@ class LqBasicString {
     T* block = Allocate(static_cast<std::size_t>(length) + 1);
     lq::detail::CopyUnits(block, text, static_cast<std::size_t>(length));
     block[length] = 0;
-    Replace(block);
+    AdoptBlock(block);
   }
 
   LqBasicString& operator=(const T* text) {
@@ -115,7 +119,7 @@ class LqBasicString {
   T* Prepare(int length, bool keepEmpty) {
     if (length < 0) length = 0;
     T* block = Allocate(static_cast<std::size_t>(length) + 1);
-    Replace(block);
+    AdoptBlock(block);
     if (keepEmpty) {
       m_spare = static_cast<uint32_t>(length);
       m_length = 0;
@@ -129,15 +133,15 @@ class LqBasicString {
   // ------------------------------------------------------------------------------------------
   // Growth control
 
-  void SetGrowth(unsigned growth) { m_flags = (m_flags & ~33u) | (growth & 33u); }
+  void SetGrowth(unsigned growth) { m_flags = (m_flags & ~lq::detail::kGrowthMask) | (growth & lq::detail::kGrowthMask); }
   // Leaves a policy that a caller chose alone. Text builders use this on their output argument.
   void SetGrowthIfNone(unsigned growth) {
-    if ((m_flags & 33u) == 0) SetGrowth(growth);
+    if ((m_flags & lq::detail::kGrowthMask) == 0) SetGrowth(growth);
   }
   // Drops the policy and gives back the spare room.
   void Compact() {
-    if ((m_flags & 33u) == 0) return;
-    m_flags &= ~33u;
+    if ((m_flags & lq::detail::kGrowthMask) == 0) return;
+    m_flags &= ~lq::detail::kGrowthMask;
     if (m_spare == 0) return;
     T* block = Allocate(static_cast<std::size_t>(m_length) + 1);
     if (m_data) {
@@ -145,7 +149,7 @@ class LqBasicString {
     } else {
       block[0] = 0;
     }
-    Replace(block);
+    AdoptBlock(block);
     m_spare = 0;
   }
 
@@ -285,7 +289,7 @@ class LqBasicString {
   }
 
   // Takes `block` as the text, freeing an owned block or ending the borrow.
-  void Replace(T* block) {
+  void AdoptBlock(T* block) {
     if (m_flags & Borrowed) {
       m_flags &= ~static_cast<uint32_t>(Borrowed);
     } else {

@@ -2,26 +2,9 @@
 
 #include <cstdint>
 
-namespace {
+#include "lqtools/platform/Utf8Encoder.h"
 
-void AppendUtf8(LqString& out, uint32_t value) {
-  if (value < 0x80) {
-    out += static_cast<char>(value);
-  } else if (value < 0x800) {
-    out += static_cast<char>(0xC0 | (value >> 6));
-    out += static_cast<char>(0x80 | (value & 0x3F));
-  } else if (value < 0xFFFF) {
-    // Kept: the limit excludes 0xFFFF itself, which takes the four-byte form below.
-    out += static_cast<char>(0xE0 | (value >> 12));
-    out += static_cast<char>(0x80 | ((value >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (value & 0x3F));
-  } else {
-    out += static_cast<char>(0xF0 | (value >> 18));
-    out += static_cast<char>(0x80 | ((value >> 12) & 0x3F));
-    out += static_cast<char>(0x80 | ((value >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (value & 0x3F));
-  }
-}
+namespace {
 
 void AppendUtf16(LqWString& out, uint32_t value) {
   if (value >= 0x10000) {
@@ -81,18 +64,7 @@ void Utf16ToUtf8(LqString& out, const LqWString& text) {
   out = "";
   const char16_t* p = text;
   if (!p) return;
-  for (; *p; ++p) {
-    const uint32_t u = *p;
-    if (u >= 0xDC00 && u <= 0xDFFF) continue;
-    uint32_t value = u;
-    if (u >= 0xD800 && u <= 0xDBFF) {
-      const uint32_t v = p[1];
-      if (v < 0xDC00 || v > 0xDFFF) continue;
-      value = ((u & 0x3FF) << 10) | (v & 0x3FF);
-      // The low half comes up next and is dropped by the first test.
-    }
-    AppendUtf8(out, value);
-  }
+  lq::detail::EncodeUtf8(p, [&out](char byte) { out += byte; });
 }
 
 void Utf8ToUtf16(LqWString& out, const LqString& text) {

@@ -14,6 +14,9 @@ using XmlNode = XmlDocument::XmlNode;
 
 namespace {
 
+// The files read in blocks of this many bytes.
+constexpr std::size_t kReadBlock = 65536;
+
 // Elements nested deeper than this are refused, and the parse fails. Every operation on a tree
 // recurses once per level, so the limit keeps parsing, writing, copying and destroying any tree
 // that Parse built well inside a default 8 MB thread stack, sanitizers included.
@@ -320,13 +323,13 @@ bool XmlDocument::Load() {
   std::vector<char> buffer;
   std::size_t used = 0;
   for (;;) {
-    buffer.resize(used + 65536);
-    const std::size_t got = std::fread(buffer.data() + used, 1, 65536, stream);
+    buffer.resize(used + kReadBlock);
+    const std::size_t got = std::fread(buffer.data() + used, 1, kReadBlock, stream);
     // Parse stops at a zero byte, so nothing behind one is needed; this also ends the read of an
     // endless device such as /dev/zero.
     const bool zero = std::memchr(buffer.data() + used, 0, got) != nullptr;
     used += got;
-    if (got < 65536 || zero) break;
+    if (got < kReadBlock || zero) break;
   }
   std::fclose(stream);
   buffer.resize(used + 1);

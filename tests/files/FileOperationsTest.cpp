@@ -118,6 +118,22 @@ TEST(FileOperations, CopyTruncatesOrKeepsTheTail) {
   EXPECT_FALSE(widecopy(dir.Wide("from"), dir.Wide("no/such/to"), false));
 }
 
+// A copy that fails on one side closes the descriptor the other side opened.
+TEST(FileOperations, FailedCopyKeepsNoDescriptor) {
+  TempFolder dir;
+  dir.Write("from", "abc");
+  const auto open = [] {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
+                         std::filesystem::directory_iterator());
+  };
+  const auto before = open();
+  for (int i = 0; i < 20; ++i) {
+    EXPECT_FALSE(widecopy(dir.Wide("from"), dir.Wide("no/such/to"), false));
+    EXPECT_FALSE(widecopy(dir.Wide("missing"), dir.Wide("to"), false));
+  }
+  EXPECT_EQ(open(), before);
+}
+
 TEST(FileOperations, CreateDirectoryMakesTheFolderChainOfAFilePath) {
   TempFolder dir;
   const LqWString file = dir.Wide("a\\b/file.txt");

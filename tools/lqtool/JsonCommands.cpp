@@ -12,8 +12,6 @@ namespace lqtool {
 
 namespace {
 
-constexpr int kJsonString = 4;  // the type code of string nodes
-
 struct JsonOptions {
   std::string file;
   std::string path;
@@ -40,7 +38,7 @@ void Get(const JsonOptions& o) {
   LoadJson(o.file, document);
   JsonDocument::JsonNode* node = document.Root()->Node(Wide(o.path));
   if (!node) throw Failure(kAnswerNo, o.file, "no node at " + o.path);
-  if (node->Type() == kJsonString) {
+  if (node->Type() == JsonDocument::JsonString) {
     std::printf("%s\n", Utf8(node->ValueString()).c_str());
     return;
   }

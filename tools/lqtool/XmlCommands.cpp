@@ -92,7 +92,7 @@ void ToJson(const XmlOptions& o) {
     if (!node) throw Failure(kAnswerNo, o.file, "no node at " + o.path);
   }
   JsonDocument json;
-  json.Create(6);
+  json.Create(JsonDocument::JsonObject);
   node->toJson(json.Root());
   json.Root()->SaveJsonCode(stdout);
   std::printf("\n");

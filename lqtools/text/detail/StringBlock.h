@@ -9,11 +9,19 @@
 
 namespace lq::detail {
 
-// Spare units of each allocation under the policy bits `flags & 33`.
+// The growth policy bits of a string's flags, and their two values.
+constexpr uint32_t kGrowSmallBlock = 32u;
+constexpr uint32_t kGrowLargeBlock = 33u;
+constexpr uint32_t kGrowthMask = kGrowSmallBlock | kGrowLargeBlock;
+// The spare units each allocation adds under those policies.
+constexpr uint32_t kSmallBlockSlack = 255u;
+constexpr uint32_t kLargeBlockSlack = 65535u;
+
+// Spare units of each allocation under the policy bits of `flags`.
 inline uint32_t SlackOf(uint32_t flags) {
-  switch (flags & 33u) {
-    case 32u: return 255u;
-    case 33u: return 65535u;
+  switch (flags & kGrowthMask) {
+    case kGrowSmallBlock: return kSmallBlockSlack;
+    case kGrowLargeBlock: return kLargeBlockSlack;
     default: return 0u;
   }
 }

@@ -57,7 +57,7 @@ std::basic_string<T> IsoText(const LqDateTime& v, const T* format) {
 }
 
 void ThrowUnlessComplete(uint32_t seconds, int32_t microseconds) {
-  if (seconds == 0xFFFFFFFFu || static_cast<uint32_t>(microseconds) > 999999u)
+  if (seconds == LqDateTime::kInvalidSeconds || static_cast<uint32_t>(microseconds) > 999999u)
     throw std::exception();
 }
 
