@@ -133,7 +133,14 @@ std::string Utf8(const LqWString& text) {
 std::string Utf8(const char16_t* text) { return Utf8(LqWString(text ? text : u"", false)); }
 
 Progress::Progress(const std::string& what, uint64_t total)
-    : m_what(what), m_total(total), m_shown(total > kProgressThreshold && isatty(2)) {}
+    : m_what(what), m_total(total), m_shown(total > kProgressThreshold && isatty(2)) {
+  if (!m_shown) return;
+  // Work that reports no steps shows what it is busy with until it ends.
+  std::fprintf(stderr, "\r%s: %llu MB...", m_what.c_str(),
+               static_cast<unsigned long long>(m_total >> 20));
+  std::fflush(stderr);
+  m_lastPercent = 0;
+}
 
 Progress::~Progress() {
   if (m_shown && m_lastPercent >= 0) std::fprintf(stderr, "\r\033[K");
