@@ -4,7 +4,11 @@
 #include "lqtools/datetime/detail/OleDate.h"
 #include "lqtools/platform/Truncation.h"
 
-const int LqDateTime::monthDays[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+using lq::detail::kMonthLengths;
+const int LqDateTime::monthDays[12] = {kMonthLengths[0], kMonthLengths[1],  kMonthLengths[2],
+                                       kMonthLengths[3], kMonthLengths[4],  kMonthLengths[5],
+                                       kMonthLengths[6], kMonthLengths[7],  kMonthLengths[8],
+                                       kMonthLengths[9], kMonthLengths[10], kMonthLengths[11]};
 
 namespace {
 

@@ -103,41 +103,49 @@ bool CreateDirectoryW(const char16_t* path) {
   return made;
 }
 
+namespace {
+
+// Calls `visit` for every entry that `mask` finds, in the order of enumeration, until it returns
+// false. The finder is closed when this returns.
+template <typename Visit>
+void ForEachEntry(const LqWString& mask, Visit&& visit) {
+  LqFileFind find;
+  if (!find.FindFile(mask)) return;
+  int more;
+  do {
+    more = find.FindNextFileW();
+    if (!visit(static_cast<const LqFileFind&>(find))) return;
+  } while (more);
+}
+
+}  // namespace
+
 int wideremovefolder(const char16_t* folder, bool recursive, bool removeFiles) {
   if (!folder) return 0;
-  LqFileFind find;
-  if (find.FindFile(EveryEntryOf(folder))) {
-    int more;
-    do {
-      more = find.FindNextFileW();
-      if (find.IsDots()) continue;
-      const LqWString path = find.GetFilePath();
-      if (find.IsDirectory()) {
-        if (recursive) {
-          wideremovefolder(path, recursive, removeFiles);
-          RemoveFolder(path);
-        }
-      } else if (removeFiles) {
-        wideremove(path);
+  ForEachEntry(EveryEntryOf(folder), [&](const LqFileFind& find) {
+    if (find.IsDots()) return true;
+    const LqWString path = find.GetFilePath();
+    if (find.IsDirectory()) {
+      if (recursive) {
+        wideremovefolder(path, recursive, removeFiles);
+        RemoveFolder(path);
       }
-    } while (more);
-  }
-  find.Close();
+    } else if (removeFiles) {
+      wideremove(path);
+    }
+    return true;
+  });
   return RemoveFolder(folder) ? 1 : 0;
 }
 
 bool wideremovefolderifempty(const char16_t* folder) {
   if (!folder) return false;
-  LqFileFind find;
-  if (find.FindFile(EveryEntryOf(folder))) {
-    int more;
-    do {
-      more = find.FindNextFileW();
-      if (!find.IsDots()) return false;
-    } while (more);
-  }
-  find.Close();
-  return RemoveFolder(folder);
+  bool empty = true;
+  ForEachEntry(EveryEntryOf(folder), [&](const LqFileFind& find) {
+    empty = find.IsDots();
+    return empty;
+  });
+  return empty && RemoveFolder(folder);
 }
 
 bool RenameFilesName(const char16_t* folder, const char16_t* oldPrefix, const char16_t* newPrefix) {
@@ -147,19 +155,15 @@ bool RenameFilesName(const char16_t* folder, const char16_t* oldPrefix, const ch
   mask += u"*.*";
   const int cut = LqWideChar::Length(oldPrefix);
   bool failed = false;
-  LqFileFind find;
-  if (find.FindFile(mask)) {
-    int more;
-    do {
-      more = find.FindNextFileW();
-      const LqWString name = find.GetFileName();
-      LqWString from(folder);
-      from += name;
-      LqWString to(folder);
-      to += newPrefix;
-      to += name.Mid(cut, name.Length());
-      if (widerename(from, to) != 0 && errno != ENOENT) failed = true;
-    } while (more);
-  }
+  ForEachEntry(mask, [&](const LqFileFind& find) {
+    const LqWString name = find.GetFileName();
+    LqWString from(folder);
+    from += name;
+    LqWString to(folder);
+    to += newPrefix;
+    to += name.Mid(cut, name.Length());
+    if (widerename(from, to) != 0 && errno != ENOENT) failed = true;
+    return true;
+  });
   return !failed;
 }
