@@ -232,6 +232,10 @@ class LQTOOLS_API XmlDocument {
     explicit XmlNode(XmlDocument* document);
 
     const XmlNode* NodeFromString(const char16_t* path) const;
+    // The walk of lookups and erasing, by first match per step without backtracking: the node the
+    // last step names, with `parent` set to the node it was found under; null when a step finds
+    // nothing or a '?' is unclosed; this node itself, with `parent` null, for a path of no steps.
+    const XmlNode* Walk(const char16_t* path, const XmlNode** parent) const;
     LqWString& ValueObject();
     bool HoldsBelow(const XmlNode* node) const;
     void getAttributesJson(JsonDocument::JsonNode* target) const;

@@ -12,26 +12,14 @@ using XmlNode = XmlDocument::XmlNode;
 
 bool XmlNode::Erase(const char16_t* path) {
   if (!path) return false;
-  XmlNode* node = this;
-  for (;;) {
-    // Unlike a lookup, an empty rest is false: a node never erases itself.
-    lq::detail::XmlPathStep step;
-    if (lq::detail::ScanXmlPathStep(path, step) != lq::detail::XmlPathStep::Step) return false;
-    const auto found = std::find_if(
-        node->m_childs.begin(), node->m_childs.end(),
-        [&step](const XmlNode* child) { return lq::detail::XmlPathStepMatches(*child, step); });
-    if (found == node->m_childs.end()) return false;
-    if (*step.end) {
-      // No backtracking: the first qualifying child must hold the rest of the path.
-      node = *found;
-      path = step.end + 1;
-      continue;
-    }
-    XmlNode* child = *found;
-    node->m_childs.erase(found);
-    delete child;
-    return true;
-  }
+  const XmlNode* parent = nullptr;
+  const XmlNode* found = Walk(path, &parent);
+  // Unlike a lookup, a path that ends without a step is false: a node never erases itself.
+  if (!found || !parent) return false;
+  ChildList& childs = const_cast<XmlNode*>(parent)->m_childs;
+  childs.erase(std::find(childs.begin(), childs.end(), found));
+  delete found;
+  return true;
 }
 
 bool XmlNode::EraseV(const char16_t* format, ...) {

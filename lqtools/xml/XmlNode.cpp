@@ -2,10 +2,10 @@
 #include <cstdarg>
 #include <memory>
 
-#include "lqtools/text/StdRuntimeException.h"
-#include "lqtools/text/Unicode.h"
 #include "lqtools/platform/WideFormat.h"
 #include "lqtools/platform/WideRuntime.h"
+#include "lqtools/text/StdRuntimeException.h"
+#include "lqtools/text/Unicode.h"
 #include "lqtools/xml/XmlDocument.h"
 #include "lqtools/xml/detail/XmlPath.h"
 
@@ -132,13 +132,15 @@ void XmlNode::CopyFrom(const XmlNode& other) {
 // ----------------------------------------------------------------------------------------------
 // Addressing
 
-const XmlNode* XmlNode::NodeFromString(const char16_t* path) const {
+const XmlNode* XmlNode::Walk(const char16_t* path, const XmlNode** parent) const {
   const XmlNode* node = this;
-  if (!path) return node;
+  if (parent) *parent = nullptr;
   for (;;) {
     lq::detail::XmlPathStep step;
     switch (lq::detail::ScanXmlPathStep(path, step)) {
-      case lq::detail::XmlPathStep::Empty: return node;
+      case lq::detail::XmlPathStep::Empty:
+        if (parent) *parent = nullptr;
+        return node;
       case lq::detail::XmlPathStep::Unclosed: return nullptr;
       case lq::detail::XmlPathStep::Step: break;
     }
@@ -146,11 +148,16 @@ const XmlNode* XmlNode::NodeFromString(const char16_t* path) const {
         node->m_childs.begin(), node->m_childs.end(),
         [&step](const XmlNode* child) { return lq::detail::XmlPathStepMatches(*child, step); });
     if (found == node->m_childs.end()) return nullptr;
+    if (parent) *parent = node;
     if (!*step.end) return *found;
     // No backtracking: the first qualifying child must hold the rest of the path.
     node = *found;
     path = step.end + 1;
   }
+}
+
+const XmlNode* XmlNode::NodeFromString(const char16_t* path) const {
+  return path ? Walk(path, nullptr) : this;
 }
 
 XmlNode* XmlNode::Node(const char16_t* path) { return const_cast<XmlNode*>(NodeFromString(path)); }
