@@ -6,11 +6,12 @@
 #include <vector>
 
 #include "lqtools/json/JsonDocument.h"
-#include "lqtools/text/StdRuntimeException.h"
-#include "lqtools/text/Unicode.h"
 #include "lqtools/platform/Truncation.h"
 #include "lqtools/platform/WideFormat.h"
 #include "lqtools/platform/WideRuntime.h"
+#include "lqtools/text/StdRuntimeException.h"
+#include "lqtools/text/Unicode.h"
+#include "lqtools/text/detail/PathStep.h"
 
 using JsonNode = JsonDocument::JsonNode;
 
@@ -25,7 +26,9 @@ constexpr std::size_t kNodePathUnits = 1024;
 const char16_t* FilterText(const JsonNode& node, char16_t* buffer, std::size_t count) {
   switch (node.Type()) {
     case JsonDocument::JsonBoolean: return node.ValueInt() ? u"true" : u"false";
-    case JsonDocument::JsonInteger: lq::detail::swprintf(buffer, count, u"%d", node.ValueInt()); return buffer;
+    case JsonDocument::JsonInteger:
+      lq::detail::swprintf(buffer, count, u"%d", node.ValueInt());
+      return buffer;
     case JsonDocument::JsonFloat: {
       // Kept: the double's bit pattern goes through "%d", so the low 32 bits are compared and
       // not the number; stored paths depend on it.
@@ -160,8 +163,8 @@ JsonNode* JsonNode::NewChild(int type) {
 
 JsonNode* JsonNode::NewChild(const char16_t* name, int type) {
   if (type != JsonArray && type != JsonObject) return nullptr;
-  JsonNode* child =
-      type == JsonArray ? JsonDocument::cJSON_CreateArray(name) : JsonDocument::cJSON_CreateObject(name);
+  JsonNode* child = type == JsonArray ? JsonDocument::cJSON_CreateArray(name)
+                                      : JsonDocument::cJSON_CreateObject(name);
   AddChild(child);
   return child;
 }
@@ -180,56 +183,36 @@ JsonNode* JsonNode::Node(const char16_t* path) {
   if (!path) throw StdRuntimeException(kUnexpected);
   JsonNode* node = this;
   for (;;) {
-    while (*path == u'/')
-      ++path;
-    if (!*path) return node;
-
-    const char16_t* end = path;
-    while (*end && *end != u'/' && *end != u'?')
-      ++end;
-    const char16_t* question = nullptr;
-    const char16_t* equals = nullptr;
-    if (*end == u'?') {
-      question = end++;
-      while (*end && *end != u'?' && *end != u'=')
-        ++end;
-      if (!*end) return nullptr;
-      if (*end == u'=') {
-        equals = end++;
-        while (*end && *end != u'?')
-          ++end;
-        if (!*end) return nullptr;
-      }
-      while (*end && *end != u'/')
-        ++end;
+    lq::detail::PathStep step;
+    switch (lq::detail::ScanPathStep(path, step)) {
+      case lq::detail::PathStep::Empty: return node;
+      case lq::detail::PathStep::Unclosed: return nullptr;
+      case lq::detail::PathStep::Step: break;
     }
-
-    const char16_t* tagEnd = question ? question : end;
-    const auto tagLength = static_cast<std::size_t>(tagEnd - path);
+    const auto tagLength = static_cast<std::size_t>(step.nameEnd - step.nameBegin);
     JsonNode* child = nullptr;
     for (JsonNode* candidate : node->m_childs) {
-      if (SameText(path, tagLength, candidate->m_name)) {
+      if (SameText(step.nameBegin, tagLength, candidate->m_name)) {
         child = candidate;
         break;
       }
     }
     if (!child) return nullptr;
 
-    if (question) {
-      // The value ends one before the segment, on the assumption that a '?' closes it.
-      const char16_t* name = question + 1;
-      const char16_t* nameEnd = equals ? equals : end - 1;
-      const char16_t* value = equals ? equals + 1 : end;
-      const char16_t* valueEnd = equals ? end - 1 : end;
-      const auto nameLength = static_cast<std::size_t>(nameEnd - name);
-      const auto valueLength = static_cast<std::size_t>(valueEnd - value);
+    if (step.conditional) {
+      // A filter without "=value" compares with the empty text.
       char16_t text[64];
       for (JsonNode* grandchild : child->m_childs) {
-        if (!SameText(name, nameLength, grandchild->m_name)) continue;
+        if (!SameText(step.condition, static_cast<std::size_t>(step.condition.Length()),
+                      grandchild->m_name))
+          continue;
         const char16_t* candidate = FilterText(*grandchild, text, 64);
-        if (candidate && SameText(value, valueLength, candidate)) return grandchild;
+        if (candidate &&
+            SameText(step.text, static_cast<std::size_t>(step.text.Length()), candidate))
+          return grandchild;
       }
     }
+    const char16_t* end = step.end;
     if (!*end) return child;
     node = child;
     path = end + 1;

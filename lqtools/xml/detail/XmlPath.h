@@ -6,6 +6,7 @@
 #include <cstdarg>
 #include <cstddef>
 
+#include "lqtools/text/detail/PathStep.h"
 #include "lqtools/xml/XmlDocument.h"
 
 namespace lq::detail {
@@ -19,22 +20,10 @@ bool FormatXmlPath(char16_t (&buffer)[kXmlPathUnits], const char16_t* format, va
 bool LiteralXmlPath(char16_t (&buffer)[kXmlPathUnits], const char16_t* path);
 
 // One step of a path: name, name?cond? or name?cond=text?.
-struct XmlPathStep {
-  enum Kind { Empty, Unclosed, Step };
-
-  const char16_t* nameBegin = nullptr;
-  const char16_t* nameEnd = nullptr;
-  bool conditional = false;
-  bool valued = false;
-  LqWString condition;
-  LqWString text;
-  // At the '/' behind the step or at the terminator.
-  const char16_t* end = nullptr;
-};
-
-// Skips the leading '/' of `path` and scans one step. Empty: nothing is left. Unclosed: a '?'
-// without its closing '?'.
-XmlPathStep::Kind ScanXmlPathStep(const char16_t* path, XmlPathStep& step);
+using XmlPathStep = PathStep;
+inline PathStep::Kind ScanXmlPathStep(const char16_t* path, PathStep& step) {
+  return ScanPathStep(path, step);
+}
 // Whether `child` qualifies for `step`: its tag, then the condition and its text.
 bool XmlPathStepMatches(const XmlDocument::XmlNode& child, const XmlPathStep& step);
 
