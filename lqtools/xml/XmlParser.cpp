@@ -72,7 +72,8 @@ void Widen(std::u16string& out, const char* begin, const char* end) {
 // table its lookup. Open addressing over a power-of-two table, kept at most half full.
 class TagIndex {
  public:
-  TagIndex() : m_slots(1024) {}
+  // Small to start with: templates and messages are parsed by the thousand, most of a few tags.
+  TagIndex() : m_slots(32) {}
 
   // The slot of `name`: its tag, or null when the name is new and the caller must fill it in.
   const LqWString*& Find(const char* name, std::size_t length) {
