@@ -42,6 +42,13 @@ class TempFolder {
   }
   bool Exists(const std::string& relative) const { return std::filesystem::exists(Path(relative)); }
 
+  // The same as a filesystem path, and as a standard 16-bit string, for tests that work in those.
+  std::filesystem::path Root() const { return m_path; }
+  std::u16string WideText(const std::string& relative = "") const {
+    const LqWString wide = Wide(relative);
+    return std::u16string(static_cast<const char16_t*>(wide), static_cast<std::size_t>(wide.Length()));
+  }
+
  private:
   std::string m_path;
 };

@@ -9,13 +9,13 @@ namespace {
 
 TEST(FileHelper, FileToStringGivesTheBytesOrNothing) {
   TempFolder folder;
-  WriteFile(folder.Path() / "empty", "");
-  WriteFile(folder.Path() / "bytes", std::string("x\0y\xC3", 4));
+  WriteFile(folder.Root() / "empty", "");
+  WriteFile(folder.Root() / "bytes", std::string("x\0y\xC3", 4));
   FileHelper helper;
-  EXPECT_EQ(helper.FileToString((folder.Path() / "empty").string()), "");
-  EXPECT_EQ(helper.FileToString((folder.Path() / "missing").string()), "");
-  EXPECT_EQ(helper.FileToString((folder.Path() / "bytes").string()), std::string("x\0y\xC3", 4));
-  EXPECT_EQ(helper.FileToString(LqWString(folder.Wide("bytes").c_str())),
+  EXPECT_EQ(helper.FileToString((folder.Root() / "empty").string()), "");
+  EXPECT_EQ(helper.FileToString((folder.Root() / "missing").string()), "");
+  EXPECT_EQ(helper.FileToString((folder.Root() / "bytes").string()), std::string("x\0y\xC3", 4));
+  EXPECT_EQ(helper.FileToString(LqWString(folder.WideText("bytes").c_str())),
             std::string("x\0y\xC3", 4));
 }
 
@@ -30,11 +30,11 @@ TEST(FileHelper, WideFileNameGoesThroughTheNarrowOverride) {
 
 TEST(FileHelper, XmlDocumentFileNodeToStringWritesTheElement) {
   TempFolder folder;
-  WriteFile(folder.Path() / "doc.xml",
+  WriteFile(folder.Root() / "doc.xml",
             "<?xml version=\"1.0\"?><cfg><a id=\"1\"><x/></a><a id=\"2\">v</a><cfg>in</cfg>"
             "</cfg>");
-  WriteFile(folder.Path() / "broken.xml", "<cfg><a></cfg>");
-  const LqWString doc(folder.Wide("doc.xml").c_str());
+  WriteFile(folder.Root() / "broken.xml", "<cfg><a></cfg>");
+  const LqWString doc(folder.WideText("doc.xml").c_str());
   FileHelper helper;
   const struct {
     const char16_t* node;
@@ -50,10 +50,10 @@ TEST(FileHelper, XmlDocumentFileNodeToStringWritesTheElement) {
   for (const auto& c : cases)
     EXPECT_EQ(helper.XmlDocumentFileNodeToString(doc, LqWString(c.node)), c.expected)
         << U8(LqWString(c.node));
-  EXPECT_EQ(helper.XmlDocumentFileNodeToString(LqWString(folder.Wide("broken.xml").c_str()),
+  EXPECT_EQ(helper.XmlDocumentFileNodeToString(LqWString(folder.WideText("broken.xml").c_str()),
                                                LqWString(u"cfg")),
             "");
-  EXPECT_EQ(helper.XmlDocumentFileNodeToString(LqWString(folder.Wide("missing.xml").c_str()),
+  EXPECT_EQ(helper.XmlDocumentFileNodeToString(LqWString(folder.WideText("missing.xml").c_str()),
                                                LqWString(u"cfg")),
             "");
 }

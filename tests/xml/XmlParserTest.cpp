@@ -87,8 +87,8 @@ TEST(XmlParser, WhatTheWritersWroteParsesBackToAnEqualTree) {
   ASSERT_TRUE(again.Parse((kHeader + Code(document)).c_str()));
   EXPECT_TRUE(*again.Root() == *document.Root());
   TempFolder folder;
-  ASSERT_TRUE(document.SaveAs(folder.Wide("t.xml").c_str()));
-  ASSERT_TRUE(again.Load(folder.Wide("t.xml").c_str()));
+  ASSERT_TRUE(document.SaveAs(folder.WideText("t.xml").c_str()));
+  ASSERT_TRUE(again.Load(folder.WideText("t.xml").c_str()));
   EXPECT_TRUE(*again.Root() == *document.Root());
 }
 
@@ -110,15 +110,15 @@ TEST(XmlParser, NestingBeyondTheLimitIsRefusedWithFalse) {
 
 TEST(XmlParser, LoadReadsWholeFilesAndFailsOnBrokenOnes) {
   TempFolder folder;
-  WriteFile(folder.Path() / "good.xml", "<r><a>1</a></r>");
-  WriteFile(folder.Path() / "cut.xml", "<r><a>1</a");
+  WriteFile(folder.Root() / "good.xml", "<r><a>1</a></r>");
+  WriteFile(folder.Root() / "cut.xml", "<r><a>1</a");
   XmlDocument document;
-  EXPECT_TRUE(document.Load(folder.Wide("good.xml").c_str()));
+  EXPECT_TRUE(document.Load(folder.WideText("good.xml").c_str()));
   // A name held in the tree that the load replaces.
-  document.Root()->SetValue(folder.Wide("good.xml").c_str());
+  document.Root()->SetValue(folder.WideText("good.xml").c_str());
   EXPECT_TRUE(document.Load(document.Root()->Value()));
   for (const std::u16string& name :
-       {folder.Wide("cut.xml"), folder.Wide("missing.xml"), folder.Wide(""), std::u16string(),
+       {folder.WideText("cut.xml"), folder.WideText("missing.xml"), folder.WideText(""), std::u16string(),
         std::u16string(u"/dev/zero")}) {
     EXPECT_FALSE(document.Load(name.c_str())) << U8(name.c_str());
     EXPECT_FALSE(document.IsOK());
@@ -129,19 +129,19 @@ TEST(XmlParser, LoadReadsWholeFilesAndFailsOnBrokenOnes) {
 
 TEST(XmlParser, TwoFileLoadRepairsTheMainFileFromTheBackup) {
   TempFolder folder;
-  const std::u16string main = folder.Wide("main.xml"), backup = folder.Wide("backup.xml");
-  WriteFile(folder.Path() / "main.xml", "<r><a>broken");
-  WriteFile(folder.Path() / "backup.xml", "<r><a>2</a></r>");
+  const std::u16string main = folder.WideText("main.xml"), backup = folder.WideText("backup.xml");
+  WriteFile(folder.Root() / "main.xml", "<r><a>broken");
+  WriteFile(folder.Root() / "backup.xml", "<r><a>2</a></r>");
   XmlDocument document;
   EXPECT_TRUE(document.Load(main.c_str(), backup.c_str()));
   EXPECT_EQ(document.Root()->iValue(u"a", 0), 2);
   EXPECT_EQ(U8(document.FileName()), U8(main.c_str()));
-  EXPECT_EQ(ReadFile(folder.Path() / "main.xml"), kHeader + "<r><a>2</a></r>");
+  EXPECT_EQ(ReadFile(folder.Root() / "main.xml"), kHeader + "<r><a>2</a></r>");
   // The document's own file name, which the load replaces on its way, serves as either name.
   EXPECT_TRUE(document.Load(document.FileName(), backup.c_str()));
   EXPECT_TRUE(document.Load(main.c_str(), document.FileName()));
   EXPECT_EQ(U8(document.FileName()), U8(main.c_str()));
-  WriteFile(folder.Path() / "main.xml", "broken");
-  WriteFile(folder.Path() / "backup.xml", "broken too");
+  WriteFile(folder.Root() / "main.xml", "broken");
+  WriteFile(folder.Root() / "backup.xml", "broken too");
   EXPECT_FALSE(document.Load(main.c_str(), backup.c_str()));
 }

@@ -54,9 +54,9 @@ class SelectiveLoadTest : public ::testing::Test {
 
   std::string Load(const std::string& content, const std::u16string& path,
                    unsigned long long bufferSize) {
-    WriteFile(folder.Path() / "file.xml", content);
+    WriteFile(folder.Root() / "file.xml", content);
     std::unique_ptr<XmlNode> node(
-        XmlDocument::LoadNodeByPath(folder.Wide("file.xml"), path, bufferSize));
+        XmlDocument::LoadNodeByPath(folder.WideText("file.xml"), path, bufferSize));
     return Describe(node.get());
   }
   // The text of the last line of a log, behind its time stamp.
@@ -169,10 +169,10 @@ TEST_F(SelectiveLoadTest, RefusedFilesLogTheirReason) {
   }
 
   SetUp();
-  EXPECT_EQ(XmlDocument::LoadNodeByPath(folder.Wide("missing.xml"), u"/a", 4096), nullptr);
+  EXPECT_EQ(XmlDocument::LoadNodeByPath(folder.WideText("missing.xml"), u"/a", 4096), nullptr);
   EXPECT_EQ(LastEntry(LqExceptionLogFileName()),
             "XmlDocument::LoadNodeByPath: failed to open file '" +
-                (folder.Path() / "missing.xml").string() + "'!\n");
+                (folder.Root() / "missing.xml").string() + "'!\n");
 }
 
 TEST_F(SelectiveLoadTest, FileEndingInsideTheGoalLosesTheSubtreeAndLogsHouston) {

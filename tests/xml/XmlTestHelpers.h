@@ -1,13 +1,14 @@
-// Small helpers shared by the XML tests: readable texts for assertions and a temporary folder.
+// Small helpers shared by the XML tests: readable texts for assertions and whole files.
 #pragma once
 
 #include <lqtools/text/Unicode.h>
 #include <lqtools/xml/XmlDocument.h>
 
+#include "support/TempFolder.h"
+
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <random>
 #include <string>
 
 // The 55 bytes that open every saved document.
@@ -46,18 +47,3 @@ inline std::string ReadFile(const std::filesystem::path& path) {
 inline void WriteFile(const std::filesystem::path& path, const std::string& text) {
   std::ofstream(path, std::ios::binary) << text;
 }
-
-// A fresh folder under the system's temporary folder, removed with everything in it.
-class TempFolder {
- public:
-  TempFolder() { std::filesystem::create_directories(m_path); }
-  ~TempFolder() { std::filesystem::remove_all(m_path, m_ignored); }
-  const std::filesystem::path& Path() const { return m_path; }
-  std::u16string Wide(const std::string& name) const { return U16((m_path / name).string()); }
-
- private:
-  std::filesystem::path m_path = std::filesystem::temp_directory_path() /
-                                 ("lqtools-xml-" + std::to_string(std::random_device()()) +
-                                  std::to_string(std::random_device()()));
-  std::error_code m_ignored;
-};

@@ -105,33 +105,33 @@ TEST_F(XmlSave, SaveMakesMissingFoldersClearsDirtyAndCallsBack) {
   document.SetDirty(true);
   EXPECT_FALSE(document.Save());
   EXPECT_TRUE(document.Dirty());
-  EXPECT_TRUE(document.SaveAs(folder.Wide("one/two/doc.xml").c_str()));
-  EXPECT_EQ(ReadFile(folder.Path() / "one/two/doc.xml"), kHeader + "<r><e/></r>");
+  EXPECT_TRUE(document.SaveAs(folder.WideText("one/two/doc.xml").c_str()));
+  EXPECT_EQ(ReadFile(folder.Root() / "one/two/doc.xml"), kHeader + "<r><e/></r>");
   EXPECT_FALSE(document.Dirty());
   EXPECT_EQ(callback.calls, 1);
 
   // A file name that is a folder cannot be opened: false, and nothing changes.
   document.SetDirty(true);
-  EXPECT_FALSE(document.SaveAs(folder.Wide("one").c_str()));
+  EXPECT_FALSE(document.SaveAs(folder.WideText("one").c_str()));
   EXPECT_TRUE(document.Dirty());
   EXPECT_EQ(callback.calls, 1);
 
   // Without a root only the header is written, and that file does not load.
   document.Reset();
-  EXPECT_TRUE(document.SaveAs(folder.Wide("empty.xml").c_str()));
-  EXPECT_EQ(ReadFile(folder.Path() / "empty.xml"), kHeader);
-  EXPECT_FALSE(document.Load(folder.Wide("empty.xml").c_str()));
+  EXPECT_TRUE(document.SaveAs(folder.WideText("empty.xml").c_str()));
+  EXPECT_EQ(ReadFile(folder.Root() / "empty.xml"), kHeader);
+  EXPECT_FALSE(document.Load(folder.WideText("empty.xml").c_str()));
 }
 
 TEST_F(XmlSave, SaveAsWithBackupWritesBothAndStaysOnTheMainFile) {
-  const std::u16string main = folder.Wide("a.xml");
-  EXPECT_TRUE(document.SaveAs(main.c_str(), folder.Wide("b.xml").c_str()));
+  const std::u16string main = folder.WideText("a.xml");
+  EXPECT_TRUE(document.SaveAs(main.c_str(), folder.WideText("b.xml").c_str()));
   EXPECT_EQ(U8(document.FileName()), U8(main.c_str()));
-  EXPECT_EQ(ReadFile(folder.Path() / "a.xml"), ReadFile(folder.Path() / "b.xml"));
+  EXPECT_EQ(ReadFile(folder.Root() / "a.xml"), ReadFile(folder.Root() / "b.xml"));
   EXPECT_EQ(callback.calls, 2);
   // The document's own file name, released by the first of the two saves, still names the main
   // file.
-  EXPECT_TRUE(document.SaveAs(document.FileName(), folder.Wide("c.xml").c_str()));
+  EXPECT_TRUE(document.SaveAs(document.FileName(), folder.WideText("c.xml").c_str()));
   EXPECT_EQ(U8(document.FileName()), U8(main.c_str()));
 }
 
