@@ -8,6 +8,8 @@
 #include <lqtools/localisation/LqCurrency.h>
 #include <lqtools/text/Unicode.h>
 
+#include "support/TextHelpers.h"
+
 namespace {
 
 // "currencies.curr" lies beside the program; each test writes its own and removes it.
@@ -21,11 +23,6 @@ class Currency : public ::testing::Test {
   }
   static void WriteFile(const std::string& content) {
     std::ofstream(FilePath(), std::ios::binary) << content;
-  }
-  static std::string Utf8Of(const LqWString& text) {
-    LqString narrow;
-    Utf16ToUtf8(narrow, text);
-    return std::string(static_cast<const char*>(narrow));
   }
 };
 

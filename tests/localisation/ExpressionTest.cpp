@@ -5,15 +5,10 @@
 #include <lqtools/localisation/Expression2Condition.h>
 #include <lqtools/xml/XmlDocument.h>
 
-#include <lqtools/text/Unicode.h>
+#include "support/TextHelpers.h"
 
 namespace {
 
-std::string Utf8Of(const LqWString& text) {
-  LqString narrow;
-  Utf16ToUtf8(narrow, text);
-  return std::string(static_cast<const char*>(narrow), static_cast<std::size_t>(narrow.Length()));
-}
 
 std::string Condition(const char* xml) {
   XmlDocument document;

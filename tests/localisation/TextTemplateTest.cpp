@@ -9,6 +9,7 @@
 #include <lqtools/text/Unicode.h>
 
 #include "support/TempFolder.h"
+#include "support/TextHelpers.h"
 
 namespace {
 
@@ -37,10 +38,7 @@ class TextTemplate : public ::testing::Test {
   static std::string Render(const char* xml) {
     LqWString result(u"stale");
     ParseXMLText(xml, result);
-    LqString narrow;
-    Utf16ToUtf8(narrow, result);
-    return std::string(static_cast<const char*>(narrow),
-                       static_cast<std::size_t>(narrow.Length()));
+    return Utf8Of(result);
   }
 
   static TempFolder* s_folder;

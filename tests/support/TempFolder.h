@@ -46,7 +46,8 @@ class TempFolder {
   std::filesystem::path Root() const { return m_path; }
   std::u16string WideText(const std::string& relative = "") const {
     const LqWString wide = Wide(relative);
-    return std::u16string(static_cast<const char16_t*>(wide), static_cast<std::size_t>(wide.Length()));
+    return std::u16string(static_cast<const char16_t*>(wide),
+                          static_cast<std::size_t>(wide.Length()));
   }
 
  private:

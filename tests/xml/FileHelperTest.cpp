@@ -49,7 +49,7 @@ TEST(FileHelper, XmlDocumentFileNodeToStringWritesTheElement) {
   };
   for (const auto& c : cases)
     EXPECT_EQ(helper.XmlDocumentFileNodeToString(doc, LqWString(c.node)), c.expected)
-        << U8(LqWString(c.node));
+        << Utf8Of(LqWString(c.node));
   EXPECT_EQ(helper.XmlDocumentFileNodeToString(LqWString(folder.WideText("broken.xml").c_str()),
                                                LqWString(u"cfg")),
             "");

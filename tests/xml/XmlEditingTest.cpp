@@ -37,8 +37,8 @@ TEST_F(XmlEditing, EraseRemovesOneAddressedNodeWithoutBacktracking) {
   };
   for (const Case& c : cases) {
     const std::string before = Code(Parsed(source));
-    EXPECT_EQ(document.Erase(c.path), c.code != nullptr) << U8(c.path);
-    EXPECT_EQ(Code(document), c.code ? c.code : before) << U8(c.path);
+    EXPECT_EQ(document.Erase(c.path), c.code != nullptr) << Utf8Of(c.path);
+    EXPECT_EQ(Code(document), c.code ? c.code : before) << Utf8Of(c.path);
   }
   EXPECT_TRUE(Parsed(source).EraseV(u"a?x=%d?/b", 2));
   EXPECT_FALSE(document.Root()->HasNode(u"a?x=2?/b"));
@@ -76,8 +76,8 @@ TEST_F(XmlEditing, AttributesAreSetErasedAndRenamedByTheirRules) {
   root.setAttribute(u"n", nullptr);
   root.setAttribute(u"c", u"3");
   EXPECT_TRUE(root.HasAttribute(u"n"));
-  EXPECT_EQ(U8(root.getAttribute(u"c", u"d")), "3");
-  EXPECT_EQ(U8(root.getAttribute(u"z", nullptr)), "");
+  EXPECT_EQ(Utf8Of(root.getAttribute(u"c", u"d")), "3");
+  EXPECT_EQ(Utf8Of(root.getAttribute(u"z", nullptr)), "");
   EXPECT_TRUE(root.Node(u"bare")->eraseAttribute(u"a"));
   EXPECT_FALSE(root.eraseAttribute(u"a"));
   EXPECT_FALSE(root.RenameAttribute(u"b", u"b"));
@@ -97,7 +97,7 @@ TEST_F(XmlEditing, GroupingAppendsToExistingLists) {
   groups[LqWString(u"c")].push_back(&root);
   root.ChildListGroupedByName(groups);
   ASSERT_EQ(groups.size(), 2u);
-  EXPECT_EQ(U8(groups.begin()->first), "b");
+  EXPECT_EQ(Utf8Of(groups.begin()->first), "b");
   const std::list<XmlNode*> c{&root, *root.ChildsBegin(), *root.ReverseChildsBegin()};
   EXPECT_EQ(groups[LqWString(u"c")], c);
 }

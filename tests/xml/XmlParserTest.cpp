@@ -58,7 +58,7 @@ TEST(XmlParser, LongTextRunsAndLongNamesSurvive) {
   const std::string name(5000, 'n');
   XmlDocument document;
   ASSERT_TRUE(document.Parse(("<r><" + name + ">" + text + "</" + name + "></r>").c_str()));
-  EXPECT_EQ(U8(document.Value(U16(name).c_str(), u"")), std::string(70000, 'x') + "\xC3\xA9&");
+  EXPECT_EQ(Utf8Of(document.Value(U16(name).c_str(), u"")), std::string(70000, 'x') + "\xC3\xA9&");
 }
 
 TEST(XmlParser, XmlTextDecodesLaxlyInBothWidths) {
@@ -67,9 +67,9 @@ TEST(XmlParser, XmlTextDecodesLaxlyInBothWidths) {
   EXPECT_EQ(std::string(narrow), "<&&'&#65;&");
   LqWString wide;
   Xml2Text(wide, LqWString(u"&\u00e9mp;&gt;"));
-  EXPECT_EQ(U8(wide), "&\xC3\xA9mp;>");
+  EXPECT_EQ(Utf8Of(wide), "&\xC3\xA9mp;>");
   Xml2Text(wide, wide);
-  EXPECT_EQ(U8(wide), "&\xC3\xA9mp;>");
+  EXPECT_EQ(Utf8Of(wide), "&\xC3\xA9mp;>");
 }
 
 TEST(XmlParser, WhatTheWritersWroteParsesBackToAnEqualTree) {
@@ -120,10 +120,10 @@ TEST(XmlParser, LoadReadsWholeFilesAndFailsOnBrokenOnes) {
   for (const std::u16string& name :
        {folder.WideText("cut.xml"), folder.WideText("missing.xml"), folder.WideText(""), std::u16string(),
         std::u16string(u"/dev/zero")}) {
-    EXPECT_FALSE(document.Load(name.c_str())) << U8(name.c_str());
+    EXPECT_FALSE(document.Load(name.c_str())) << Utf8Of(name.c_str());
     EXPECT_FALSE(document.IsOK());
     // The name that was tried stays.
-    EXPECT_EQ(U8(document.FileName()), U8(name.c_str()));
+    EXPECT_EQ(Utf8Of(document.FileName()), Utf8Of(name.c_str()));
   }
 }
 
@@ -135,12 +135,12 @@ TEST(XmlParser, TwoFileLoadRepairsTheMainFileFromTheBackup) {
   XmlDocument document;
   EXPECT_TRUE(document.Load(main.c_str(), backup.c_str()));
   EXPECT_EQ(document.Root()->iValue(u"a", 0), 2);
-  EXPECT_EQ(U8(document.FileName()), U8(main.c_str()));
+  EXPECT_EQ(Utf8Of(document.FileName()), Utf8Of(main.c_str()));
   EXPECT_EQ(ReadFile(folder.Root() / "main.xml"), kHeader + "<r><a>2</a></r>");
   // The document's own file name, which the load replaces on its way, serves as either name.
   EXPECT_TRUE(document.Load(document.FileName(), backup.c_str()));
   EXPECT_TRUE(document.Load(main.c_str(), document.FileName()));
-  EXPECT_EQ(U8(document.FileName()), U8(main.c_str()));
+  EXPECT_EQ(Utf8Of(document.FileName()), Utf8Of(main.c_str()));
   WriteFile(folder.Root() / "main.xml", "broken");
   WriteFile(folder.Root() / "backup.xml", "broken too");
   EXPECT_FALSE(document.Load(main.c_str(), backup.c_str()));

@@ -5,6 +5,7 @@
 #include <lqtools/xml/XmlDocument.h>
 
 #include "support/TempFolder.h"
+#include "support/TextHelpers.h"
 
 #include <filesystem>
 #include <fstream>
@@ -13,12 +14,6 @@
 
 // The 55 bytes that open every saved document.
 inline const std::string kHeader = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>";
-
-inline std::string U8(const LqWString& text) {
-  LqString narrow;
-  Utf16ToUtf8(narrow, text);
-  return std::string(narrow);
-}
 
 inline std::u16string U16(const std::string& text) {
   LqWString wide;

@@ -16,7 +16,7 @@ std::string ToJson(const std::string& xml) {
     (*c)->toJson(json.Root());
   std::u16string out;
   json.Root()->CreateJsonCode(out);
-  return U8(LqWString(out.c_str()));
+  return Utf8Of(LqWString(out.c_str()));
 }
 
 TEST(XmlToJson, ElementsBecomeMembersArraysAndStrings) {
@@ -50,7 +50,7 @@ TEST(XmlToJson, ArrayElementsAreUnnamed) {
   ASSERT_EQ(array->Type(), 5);
   for (auto e = array->ChildsBegin(); e != array->ChildsEnd(); ++e) {
     EXPECT_EQ((*e)->Type(), 4);
-    EXPECT_EQ(U8((*e)->String()), "");
+    EXPECT_EQ(Utf8Of((*e)->String()), "");
   }
 }
 
@@ -64,7 +64,7 @@ TEST(XmlToJson, StringNodeWithAttributesKeepsThemAsMembers) {
   ASSERT_NE(a, nullptr);
   EXPECT_EQ(a->Type(), 4);
   EXPECT_EQ(a->Size(), 2);
-  EXPECT_EQ(U8(a->Node(u"-y")->ValueString()), "2");
+  EXPECT_EQ(Utf8Of(a->Node(u"-y")->ValueString()), "2");
 }
 
 }  // namespace

@@ -58,7 +58,7 @@ TEST_F(XmlTree, PathLookupFollowsTheStepRules) {
       {u"s?id=7?z", root->Node(u"s")},
   };
   for (const Case& c : cases)
-    EXPECT_EQ(root->Node(c.path), c.expected) << U8(c.path);
+    EXPECT_EQ(root->Node(c.path), c.expected) << Utf8Of(c.path);
   EXPECT_EQ(document.Node(u""), root);
   EXPECT_EQ(XmlDocument().Node(u""), nullptr);
 }
@@ -66,10 +66,10 @@ TEST_F(XmlTree, PathLookupFollowsTheStepRules) {
 TEST_F(XmlTree, FormattedPathsUseTheBoundedFormatter) {
   BuildSample();
   EXPECT_EQ(root->NodeV(u"item?id=%d?/id", 3), root->Node(u"item/id"));
-  EXPECT_EQ(U8(root->ValueV(u"%s/%hs", u"a", "b")), "1");
+  EXPECT_EQ(Utf8Of(root->ValueV(u"%s/%hs", u"a", "b")), "1");
   std::u16string longPath(1100, u'a');
   EXPECT_EQ(root->NodeV(u"%s", longPath.c_str()), nullptr);
-  EXPECT_EQ(U8(root->ValueV(u"%s", longPath.c_str())), "");
+  EXPECT_EQ(Utf8Of(root->ValueV(u"%s", longPath.c_str())), "");
   root->NewChild(u"50%");
   EXPECT_TRUE(root->HasNode(u"50%%"));
   EXPECT_FALSE(root->HasNode(u"50%"));
@@ -95,11 +95,11 @@ TEST_F(XmlTree, TypedGettersConvertLikeTheRuntime) {
   for (const Case& c : cases) {
     root->SetValue(u"v", c.value);
     const XmlNode* v = root->Node(u"v");
-    EXPECT_EQ(v->iValue(), c.i) << U8(c.value);
-    EXPECT_EQ(v->hValue(), c.h) << U8(c.value);
-    EXPECT_EQ(root->hValue(u"v", 5), c.hPath) << U8(c.value);
-    EXPECT_EQ(v->dValue(), c.d) << U8(c.value);
-    EXPECT_EQ(v->bValue(), c.b) << U8(c.value);
+    EXPECT_EQ(v->iValue(), c.i) << Utf8Of(c.value);
+    EXPECT_EQ(v->hValue(), c.h) << Utf8Of(c.value);
+    EXPECT_EQ(root->hValue(u"v", 5), c.hPath) << Utf8Of(c.value);
+    EXPECT_EQ(v->dValue(), c.d) << Utf8Of(c.value);
+    EXPECT_EQ(v->bValue(), c.b) << Utf8Of(c.value);
   }
   EXPECT_EQ(root->iValue(u"none", 42), 42);
   EXPECT_EQ(root->hValue(u"none", -1), 0xFFFFFFFFu);
@@ -108,10 +108,10 @@ TEST_F(XmlTree, TypedGettersConvertLikeTheRuntime) {
   EXPECT_FALSE(root->bValue(u"none", u"yes"));
   EXPECT_TRUE(root->bValue(u"v", u""));
   EXPECT_EQ(std::string(root->sValue(u"none", "d")), "d");
-  EXPECT_EQ(U8(root->Value(u"none", u"d")), "d");
+  EXPECT_EQ(Utf8Of(root->Value(u"none", u"d")), "d");
   // The document's default counts only while it has no root.
-  EXPECT_EQ(U8(document.Value(u"none", u"d")), "");
-  EXPECT_EQ(U8(XmlDocument().Value(u"none", u"d")), "d");
+  EXPECT_EQ(Utf8Of(document.Value(u"none", u"d")), "");
+  EXPECT_EQ(Utf8Of(XmlDocument().Value(u"none", u"d")), "d");
 }
 
 TEST_F(XmlTree, SetValueStoresTextForEveryType) {
@@ -168,8 +168,8 @@ TEST_F(XmlTree, TagsAreInternedPerDocumentAlsoOnRename) {
   // A free-standing node keeps a tag of its own, cut to the length given, and isn't renamed.
   XmlNode loose(nullptr, u"abc", 2);
   loose.Rename(u"other");
-  EXPECT_EQ(U8(loose.Tag()), "ab");
-  EXPECT_EQ(U8(XmlNode(nullptr, u"abc", 50).Tag()), "abc");
+  EXPECT_EQ(Utf8Of(loose.Tag()), "ab");
+  EXPECT_EQ(Utf8Of(XmlNode(nullptr, u"abc", 50).Tag()), "abc");
   EXPECT_THROW(root->NewChild(static_cast<const char16_t*>(nullptr))->Tag(), StdRuntimeException);
   // A new root may take the tag of the old one, which goes with the old tag table.
   document.Create(root->Tag());
@@ -210,6 +210,6 @@ TEST_F(XmlTree, DocumentFromNodeCopiesTheNodeAndTheFileName) {
   document.SetDirty(true);
   XmlDocument copy(*root->Node(u"a"));
   EXPECT_EQ(Code(copy), "<a><b>1</b></a>");
-  EXPECT_EQ(U8(copy.FileName()), "/tmp/source.xml");
+  EXPECT_EQ(Utf8Of(copy.FileName()), "/tmp/source.xml");
   EXPECT_FALSE(copy.Dirty());
 }

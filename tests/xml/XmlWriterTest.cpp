@@ -69,7 +69,7 @@ TEST(XmlWriter, Text2XmlEscapesWideTextTooAndKeepsAChosenGrowthPolicy) {
   EXPECT_EQ(narrow.Flags() & 33u, static_cast<uint32_t>(LqString::GrowLargeBlock));
   LqWString wide(LqWString::GrowSmallBlock);
   Text2Xml(wide, LqWString(u"<\u00e9&\"'>\n"));
-  EXPECT_EQ(U8(wide), "&lt;\xC3\xA9&amp;&quot;&apos;&gt;\n");
+  EXPECT_EQ(Utf8Of(wide), "&lt;\xC3\xA9&amp;&quot;&apos;&gt;\n");
   EXPECT_EQ(wide.Flags() & 33u, static_cast<uint32_t>(LqWString::GrowSmallBlock));
 }
 
@@ -126,20 +126,20 @@ TEST_F(XmlSave, SaveMakesMissingFoldersClearsDirtyAndCallsBack) {
 TEST_F(XmlSave, SaveAsWithBackupWritesBothAndStaysOnTheMainFile) {
   const std::u16string main = folder.WideText("a.xml");
   EXPECT_TRUE(document.SaveAs(main.c_str(), folder.WideText("b.xml").c_str()));
-  EXPECT_EQ(U8(document.FileName()), U8(main.c_str()));
+  EXPECT_EQ(Utf8Of(document.FileName()), Utf8Of(main.c_str()));
   EXPECT_EQ(ReadFile(folder.Root() / "a.xml"), ReadFile(folder.Root() / "b.xml"));
   EXPECT_EQ(callback.calls, 2);
   // The document's own file name, released by the first of the two saves, still names the main
   // file.
   EXPECT_TRUE(document.SaveAs(document.FileName(), folder.WideText("c.xml").c_str()));
-  EXPECT_EQ(U8(document.FileName()), U8(main.c_str()));
+  EXPECT_EQ(Utf8Of(document.FileName()), Utf8Of(main.c_str()));
 }
 
 TEST_F(XmlSave, SetBckFileNameStoresIntoTheFileName) {
   document.SetFileName(u"a.xml");
   document.SetBckFileName(u"b.xml");
-  EXPECT_EQ(U8(document.FileName()), "b.xml");
+  EXPECT_EQ(Utf8Of(document.FileName()), "b.xml");
   EXPECT_EQ(document.BckFileName(), nullptr);
   document.SetBckFileName(nullptr);
-  EXPECT_EQ(U8(document.FileName()), "b.xml");
+  EXPECT_EQ(Utf8Of(document.FileName()), "b.xml");
 }
