@@ -133,6 +133,15 @@ bool ReadSpec(const char16_t*& p, va_list& args, Spec& spec) {
   return *p != 0;
 }
 
+// The conversions that read an integer and those that read a floating value.
+bool IsIntegerConversion(char16_t c) {
+  return c == u'd' || c == u'i' || c == u'u' || c == u'o' || c == u'x' || c == u'X';
+}
+bool IsFloatingConversion(char16_t c) {
+  return c == u'e' || c == u'E' || c == u'f' || c == u'F' || c == u'g' || c == u'G' || c == u'a' ||
+         c == u'A';
+}
+
 char ToUpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
 
 // Above these precisions the C library would only add zeros (every binary floating value has a
@@ -371,22 +380,16 @@ int vswprintf(char16_t* buffer, std::size_t count, const char16_t* format, va_li
     Spec spec;
     if (!ReadSpec(p, ap, spec)) break;
     const bool narrow = spec.length == Length::Short || spec.length == Length::Char;
+    if (IsIntegerConversion(spec.conversion)) {
+      PutInteger(out, spec, ap);
+      continue;
+    }
+    if (IsFloatingConversion(spec.conversion)) {
+      PutFloating(out, spec, ap);
+      continue;
+    }
     switch (spec.conversion) {
       case u'%': out.Put(u'%'); break;
-      case u'd':
-      case u'i':
-      case u'u':
-      case u'o':
-      case u'x':
-      case u'X': PutInteger(out, spec, ap); break;
-      case u'e':
-      case u'E':
-      case u'f':
-      case u'F':
-      case u'g':
-      case u'G':
-      case u'a':
-      case u'A': PutFloating(out, spec, ap); break;
       case u'p': {
         NumberText number;
         number.text = FormatNarrow(NarrowSpec(spec, spec.precision, "p"), va_arg(ap, void*));
@@ -462,22 +465,10 @@ WideArgument ConversionArgument(const char16_t* percent, const char16_t** end) {
   if (end) *end = complete ? p + 1 : p;
   if (!complete) return WideArgument::Nothing;
   const bool narrow = spec.length == Length::Short || spec.length == Length::Char;
+  if (IsIntegerConversion(spec.conversion)) return IntegerArgument(spec.length);
+  if (IsFloatingConversion(spec.conversion))
+    return spec.length == Length::LongDouble ? WideArgument::LongDouble : WideArgument::Double;
   switch (spec.conversion) {
-    case u'd':
-    case u'i':
-    case u'u':
-    case u'o':
-    case u'x':
-    case u'X': return IntegerArgument(spec.length);
-    case u'e':
-    case u'E':
-    case u'f':
-    case u'F':
-    case u'g':
-    case u'G':
-    case u'a':
-    case u'A':
-      return spec.length == Length::LongDouble ? WideArgument::LongDouble : WideArgument::Double;
     case u'c':
     case u'C': return WideArgument::Int;
     case u's':
