@@ -33,3 +33,26 @@ TEST(CRC16, TablesAreTheStepsOfTheReflectedPolynomial) {
 }
 
 }  // namespace
+
+namespace {
+
+// A block goes through the checksum eight bytes at a time; it must end where the published
+// byte-at-a-time step ends, for every length and every starting register.
+TEST(CRC16, BlocksEndWhereTheByteStepsEnd) {
+  unsigned state = 12345;
+  unsigned char data[200];
+  for (unsigned char& byte : data)
+    byte = static_cast<unsigned char>((state = state * 1103515245u + 12345u) >> 16);
+  for (int length = 0; length <= 200; ++length) {
+    LqCRC16 block, bytes;
+    block.Reset();
+    block.Add(data, 3);  // a register other than the initial one
+    bytes = block;
+    block.Add(data, length);
+    for (int i = 0; i < length; ++i)
+      bytes.Add(data[i]);
+    ASSERT_EQ(block.Value(), bytes.Value()) << length;
+  }
+}
+
+}  // namespace
