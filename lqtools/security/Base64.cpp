@@ -38,6 +38,43 @@ constexpr std::array<uint16_t, 256> MakeWideReverse() {
 }
 
 constexpr std::array<int8_t, 256> kReverse = MakeReverse();
+
+// The narrow decoder's tables: each symbol's six bits already in place for its position in a
+// group of four, and a bit above the 24 of a group for everything outside the alphabet.
+constexpr uint32_t kNotASymbol = 1u << 24;
+using ShiftedTable = std::array<uint32_t, 256>;
+
+constexpr ShiftedTable MakeShifted(int shift) {
+  ShiftedTable table{};
+  for (int c = 0; c < 256; ++c)
+    table[c] = kReverse[c] < 0 ? kNotASymbol : static_cast<uint32_t>(kReverse[c]) << shift;
+  return table;
+}
+
+constexpr ShiftedTable kShifted[4] = {MakeShifted(18), MakeShifted(12), MakeShifted(6),
+                                      MakeShifted(0)};
+
+// Two characters of the text for each 12 bits of input, so that three bytes take two lookups.
+template <typename T>
+struct PairTable {
+  T pairs[4096][2];
+};
+
+template <typename T>
+constexpr PairTable<T> MakePairs(const T* alphabet) {
+  PairTable<T> table{};
+  for (int i = 0; i < 4096; ++i) {
+    table.pairs[i][0] = alphabet[i >> 6];
+    table.pairs[i][1] = alphabet[i & 0x3f];
+  }
+  return table;
+}
+
+constexpr PairTable<char> kPairs = MakePairs(kAlphabet);
+constexpr PairTable<char16_t> kWidePairs = MakePairs(kWideAlphabet);
+
+const PairTable<char>& PairsOf(const char*) { return kPairs; }
+const PairTable<char16_t>& PairsOf(const char16_t*) { return kWidePairs; }
 constexpr std::array<uint16_t, 256> kWideReverse = MakeWideReverse();
 
 template <typename T, typename Traits>
@@ -64,12 +101,11 @@ void Encode(LqBasicString<T, Traits>& out, const void* data, int size, const T* 
   T chunk[4096 + 1];
   while (in < fullEnd) {
     T* p = chunk;
+    const PairTable<T>& table = PairsOf(alphabet);
     for (; in < fullEnd && p < chunk + 4096; in += 3, p += 4) {
       const uint32_t v = uint32_t{in[0]} << 16 | uint32_t{in[1]} << 8 | in[2];
-      p[0] = alphabet[v >> 18];
-      p[1] = alphabet[(v >> 12) & 0x3f];
-      p[2] = alphabet[(v >> 6) & 0x3f];
-      p[3] = alphabet[v & 0x3f];
+      std::memcpy(p, table.pairs[v >> 12], 2 * sizeof(T));
+      std::memcpy(p + 2, table.pairs[v & 0xfff], 2 * sizeof(T));
     }
     *p = 0;
     out += chunk;  // within the room: copied in place
@@ -143,13 +179,13 @@ bool DecodeBase64(void* out, const char* text) {
   auto* o = static_cast<uint8_t*>(out);
   const auto* t = reinterpret_cast<const unsigned char*>(text);
   for (;;) {
-    // Whole groups of four symbols; the terminator and "=" read as -1 and end this loop too.
-    const int a = kReverse[t[0]];
-    const int b = a < 0 ? -1 : kReverse[t[1]];
-    const int c = b < 0 ? -1 : kReverse[t[2]];
-    const int d = c < 0 ? -1 : kReverse[t[3]];
-    if ((a | b | c | d) < 0) break;
-    o = WriteGroup(o, static_cast<uint32_t>(a << 18 | b << 12 | c << 6 | d));
+    // Whole groups of four symbols; the terminator and "=" are outside the alphabet and end this
+    // loop too. No byte is read behind a terminator.
+    if (!t[0] || !t[1] || !t[2] || !t[3]) break;
+    const uint32_t group =
+        kShifted[0][t[0]] | kShifted[1][t[1]] | kShifted[2][t[2]] | kShifted[3][t[3]];
+    if (group & kNotASymbol) break;
+    o = WriteGroup(o, group);
     t += 4;
   }
   // The last group: short, or holding a bad character (a whole one was taken above).
