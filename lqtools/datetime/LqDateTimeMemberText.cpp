@@ -12,12 +12,8 @@ namespace {
 
 // wcstod of the units [begin, end) of `text`, truncated to an integer. An empty run reads 0.
 int ReadNumber(const char16_t* text, std::size_t begin, std::size_t end) {
-  char16_t field[24] = {};
-  std::size_t count = end > begin ? end - begin : 0;
-  if (count >= sizeof field / sizeof field[0]) count = sizeof field / sizeof field[0] - 1;
-  for (std::size_t i = 0; i < count; ++i)
-    field[i] = text[begin + i];
-  return lq::detail::TruncateToInt32(lq::detail::wcstod(field, nullptr));
+  const std::u16string field(text + begin, end > begin ? end - begin : 0);
+  return lq::detail::TruncateToInt32(lq::detail::wcstod(field.c_str(), nullptr));
 }
 
 // Reads delimited fields one after the other; the first missing delimiter fails the whole
@@ -34,8 +30,7 @@ class FieldCutter {
       end = m_text.find(delimiter, m_position);
       if (end == std::u16string::npos) return m_ok = false;
     }
-    const std::u16string field = m_text.substr(m_position, end - m_position);
-    value = lq::detail::TruncateToInt32(lq::detail::wcstod(field.c_str(), nullptr));
+    value = ReadNumber(m_text.c_str(), m_position, end);
     m_position = end + 1;
     return true;
   }
