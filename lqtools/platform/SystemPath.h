@@ -5,7 +5,6 @@
 
 #include <string>
 
-
 namespace lq::detail {
 
 // UTF-8 with '/' for every '\'; an empty text for null.

@@ -12,11 +12,9 @@
 #include <cstdarg>
 #include <cstddef>
 
-
 namespace lq::detail {
 
-int vswprintf(char16_t* buffer, std::size_t count, const char16_t* format,
-                          va_list args);
+int vswprintf(char16_t* buffer, std::size_t count, const char16_t* format, va_list args);
 int swprintf(char16_t* buffer, std::size_t count, const char16_t* format, ...);
 
 // What the conversion at `percent` (a '%') takes from the argument list, for callers that fill
@@ -25,7 +23,17 @@ int swprintf(char16_t* buffer, std::size_t count, const char16_t* format, ...);
 // `Several` when a '*' width or precision takes further arguments. `end`, when given, is set
 // behind the conversion.
 enum class WideArgument {
-  Nothing, Int, Long, LongLong, Size, Double, LongDouble, WideText, NarrowText, Pointer, Count,
+  Nothing,
+  Int,
+  Long,
+  LongLong,
+  Size,
+  Double,
+  LongDouble,
+  WideText,
+  NarrowText,
+  Pointer,
+  Count,
   Several
 };
 WideArgument ConversionArgument(const char16_t* percent, const char16_t** end);
@@ -34,8 +42,7 @@ WideArgument ConversionArgument(const char16_t* percent, const char16_t** end);
 // precision means 6) in the "C" locale, as snprintf writes them but many times faster. The text
 // is cut to `count - 1` units and terminated; the result is its full length.
 int FormatInteger(char* buffer, std::size_t count, long long value);
-int FormatDouble(char* buffer, std::size_t count, double value, char conversion,
-                             int precision);
+int FormatDouble(char* buffer, std::size_t count, double value, char conversion, int precision);
 
 // vsnprintf and snprintf of the C library, run in the "C" locale.
 int vsnprintf(char* buffer, std::size_t count, const char* format, va_list args);

@@ -7,7 +7,6 @@
 #include <cstddef>
 #include <cstdint>
 
-
 namespace lq::detail {
 
 std::size_t wcslen(const char16_t* text);  // 0 for null

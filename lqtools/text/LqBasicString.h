@@ -268,6 +268,8 @@ class LqBasicString {
   }
 
  private:
+  friend class lq::detail::StringWriter<T, Traits>;
+
   static int Clamp(int count, int limit) { return count < 0 ? 0 : (count < limit ? count : limit); }
 
   int Checked(int i) const {

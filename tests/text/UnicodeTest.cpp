@@ -100,6 +100,37 @@ TEST(Unicode, SupplementaryCharactersSurviveTheRoundTrip) {
   EXPECT_EQ(Encode(Decode("\xF4\x8F\xBF\xBF")), "");
 }
 
+// The results keep the spare room of a string grown one unit at a time, whatever the policy and
+// wherever the text ends against the slack.
+TEST(Unicode, ResultsKeepTheSpareRoomOfUnitByUnitGrowth) {
+  for (unsigned growth :
+       {0u, unsigned{LqWString::GrowSmallBlock}, unsigned{LqWString::GrowLargeBlock}}) {
+    for (int length : {0, 1, 254, 255, 256, 257, 511, 512, 513, 70000, 131072}) {
+      std::string bytes;
+      for (int i = 0; i < length; ++i)
+        bytes += i % 7 ? static_cast<char>('a' + i % 26) : '\xC3';
+      // Each lead takes the letter behind it down with it.
+      LqWString wide(growth), wideByUnit(growth);
+      Utf8ToUtf16(wide, bytes.data(), length);
+      wideByUnit.SetGrowthIfNone(LqWString::GrowSmallBlock);
+      wideByUnit = u"";
+      for (int i = 0; i < length; ++i)
+        if (i % 7 > 1) wideByUnit += static_cast<char16_t>(bytes[i]);
+      EXPECT_EQ(wide.Length(), wideByUnit.Length()) << growth << ' ' << length;
+      EXPECT_EQ(wide.Spare(), wideByUnit.Spare()) << growth << ' ' << length;
+
+      LqString narrow(growth), narrowByUnit(growth);
+      Utf16ToUtf8(narrow, wide);
+      narrowByUnit.SetGrowthIfNone(LqString::GrowSmallBlock);
+      narrowByUnit = "";
+      for (int i = 0; i < wide.Length(); ++i)
+        narrowByUnit += static_cast<char>(wide[i]);
+      EXPECT_EQ(narrow.Length(), narrowByUnit.Length()) << growth << ' ' << length;
+      EXPECT_EQ(narrow.Spare(), narrowByUnit.Spare()) << growth << ' ' << length;
+    }
+  }
+}
+
 TEST(StdRuntimeException, CopiesShareTheMessage) {
   const StdRuntimeException original("Unexpected call!");
   const StdRuntimeException copy(original);

@@ -26,6 +26,10 @@ inline uint32_t SlackOf(uint32_t flags) {
   }
 }
 
+// Writes into a string's block in bulk (text/detail/StringWriter.h).
+template <typename T, typename Traits>
+class StringWriter;
+
 template <typename T>
 T* AllocateUnits(std::size_t units) {
   void* block = std::malloc(units * sizeof(T));
