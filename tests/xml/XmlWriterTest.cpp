@@ -61,6 +61,30 @@ TEST(XmlWriter, EscapesTagsAndValuesButNotAttributes) {
   EXPECT_EQ(FileCode(*document.Root()), code);
 }
 
+// Long texts go out in pieces; one that turns beyond ASCII deep inside, or ends on an entity at a
+// piece's edge, comes out whole in both forms.
+TEST(XmlWriter, LongTextsComeOutWholeWhereverTheyTurnBeyondAscii) {
+  for (std::size_t at : {std::size_t{0}, std::size_t{1364}, std::size_t{1365}, std::size_t{5000}}) {
+    std::u16string value(at, u'a');
+    value += u"<\u00e9&";
+    value += std::u16string(3000, u'b');
+    std::string expected(at, 'a');
+    expected += "&lt;\xC3\xA9&amp;" + std::string(3000, 'b');
+    XmlDocument document;
+    document.Create(u"t");
+    document.Root()->SetValue(value.c_str());
+    EXPECT_EQ(Code(document), "<t>" + expected + "</t>") << at;
+    EXPECT_EQ(FileCode(*document.Root()), "<t>" + expected + "</t>") << at;
+  }
+  std::u16string entities(4000, u'&');
+  std::string escaped;
+  for (int i = 0; i < 4000; ++i)
+    escaped += "&amp;";
+  XmlDocument document;
+  document.Create(u"t");
+  document.Root()->SetValue(entities.c_str());
+  EXPECT_EQ(FileCode(*document.Root()), "<t>" + escaped + "</t>");
+}
 // The writers escape with the narrow form, so the tests above cover its escapes.
 TEST(XmlWriter, Text2XmlEscapesWideTextTooAndKeepsAChosenGrowthPolicy) {
   LqString narrow("old");

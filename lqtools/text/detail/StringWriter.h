@@ -1,7 +1,8 @@
-// Bulk writing behind the text of a string, with the outcome of appending each unit alone: the
-// same text, the same spare room and the same block size, for one copy instead of one call per
-// unit. Code whose result used to grow unit by unit (the Unicode converters) writes through it,
-// so that the spare room a caller sees does not depend on how the text was produced.
+// Bulk writing behind the text of a string, with the outcome of appending the units one by one
+// (Commit) or in one piece (CommitAppend): the same text, the same spare room and the same block
+// size, for one copy and a few moves of the block. Code whose result used to grow that way (the
+// Unicode converters, the XML writer) writes through it, so that the spare room a caller sees does
+// not depend on how the text was produced.
 #pragma once
 
 #include <cstddef>
@@ -38,7 +39,43 @@ class StringWriter {
   // Where the units go.
   T* Data() const { return m_s.m_data + m_s.m_length; }
 
-  // The first `count` units written join the text, as `count` appends of one unit would.
+  // Where the units go, with room for `more` units behind the `written` ones. Room grows by half
+  // at least, so that a text of unknown length costs a few moves; the block may move.
+  T* Room(std::size_t written, std::size_t more) {
+    const std::size_t room = m_moved ? m_most : m_s.m_spare;
+    if (more > room - written) {
+      const auto length = static_cast<std::size_t>(m_s.m_length);
+      const auto limit = static_cast<std::size_t>(std::numeric_limits<int32_t>::max()) - length - 1;
+      if (more > limit - written) throw std::bad_alloc();
+      std::size_t grown = written + more;
+      if (grown < room + room / 2) grown = room + room / 2 < limit ? room + room / 2 : limit;
+      m_s.m_data = ReallocateUnits(m_s.m_data, length + grown + 1);
+      m_most = grown;
+      m_end = 0;
+      m_moved = true;
+    }
+    return Data();
+  }
+
+  // The first `count` units written join the text, as one append of them all would.
+  void CommitAppend(std::size_t count) {
+    uint32_t spare = m_s.m_spare;
+    if (count <= spare) {
+      spare -= static_cast<uint32_t>(count);
+    } else {
+      spare = SlackOf(m_s.m_flags);
+    }
+    if (m_moved) {
+      m_s.m_data =
+          ReallocateUnits(m_s.m_data, static_cast<std::size_t>(m_s.m_length) + count + 1 + spare);
+    }
+    m_s.m_length += static_cast<int32_t>(count);
+    m_s.m_spare = spare;
+    m_s.m_data[m_s.m_length] = 0;
+  }
+
+  // The first `count` units written join the text, as `count` appends of one unit would. After
+  // Room, the block moves once more to its exact size.
   void Commit(std::size_t count) {
     const uint32_t spare = Outcome(count);
     const bool exact = m_moved && count + spare == m_most + m_end;

@@ -7,7 +7,7 @@
 namespace lq::detail {
 
 // The entity for `c`, or null when `c` is written as it stands.
-inline const char* XmlEntityOf(unsigned c) {
+constexpr const char* XmlEntityOf(unsigned c) {
   switch (c) {
     case '"': return "&quot;";
     case '&': return "&amp;";
