@@ -1,15 +1,15 @@
 // The JSON parser: a recursive descent over UTF-8 bytes that ends at the text's first zero byte.
-// Strings are gathered as bytes and converted to wide text once, when they are complete.
+// A string without escapes is converted straight from the text; one with escapes is gathered as
+// bytes first. Either way it is decoded once, into a block of its exact size.
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <memory>
-#include <string>
 
 #include "lqtools/json/JsonDocument.h"
-#include "lqtools/text/HexText.h"
-#include "lqtools/text/Unicode.h"
 #include "lqtools/platform/Truncation.h"
+#include "lqtools/text/HexText.h"
 
 using JsonNode = JsonDocument::JsonNode;
 
@@ -42,8 +42,47 @@ uint32_t ScanHex4(const char* text) {
   return negative ? 0u - value : value;
 }
 
+// The bytes of a string with escapes, gathered before they are decoded. Short strings, nearly
+// all of them, stay in the inline room and cost no allocation.
+class EscapedBytes {
+ public:
+  EscapedBytes() = default;
+  EscapedBytes(const EscapedBytes&) = delete;
+  EscapedBytes& operator=(const EscapedBytes&) = delete;
+
+  const char* Data() const { return m_data; }
+  std::size_t Size() const { return m_size; }
+
+  void Append(const char* bytes, std::size_t count) {
+    Reserve(count);
+    if (count) std::memcpy(m_data + m_size, bytes, count);
+    m_size += count;
+  }
+  void Push(char byte) {
+    Reserve(1);
+    m_data[m_size++] = byte;
+  }
+
+ private:
+  void Reserve(std::size_t count) {
+    if (m_capacity - m_size >= count) return;
+    const std::size_t capacity = std::max(m_capacity * 2, m_size + count);
+    std::unique_ptr<char[]> grown(new char[capacity]);
+    std::memcpy(grown.get(), m_data, m_size);
+    m_heap = std::move(grown);
+    m_data = m_heap.get();
+    m_capacity = capacity;
+  }
+
+  char m_inline[512];
+  char* m_data = m_inline;
+  std::size_t m_size = 0;
+  std::size_t m_capacity = sizeof m_inline;
+  std::unique_ptr<char[]> m_heap;
+};
+
 // The bytes of one \u value, built from the low end with six bits each.
-void AppendUnicodeEscape(std::string& bytes, uint32_t value) {
+void AppendUnicodeEscape(EscapedBytes& bytes, uint32_t value) {
   if (value == 0) return;
   const int length = value < 0x80 ? 1 : (value < 0x800 ? 2 : 3);
   char piece[3];
@@ -55,52 +94,117 @@ void AppendUnicodeEscape(std::string& bytes, uint32_t value) {
   // Kept: the mark comes from index 0 of the table, which is 0x00, so a two- or three-byte
   // sequence starts without its 0xC0 or 0xE0 prefix. Stored documents were read this way.
   piece[0] = static_cast<char>(value | JsonDocument::firstByteMark[index]);
-  bytes.append(piece, static_cast<std::size_t>(length));
+  bytes.Append(piece, static_cast<std::size_t>(length));
 }
 
-// Converts `length` UTF-8 bytes into `target`, cut at the first zero unit the way a
-// terminated text is. Plain ASCII, the common case, is its own UTF-16 and is widened in place.
-// False for a text beyond the 32-bit length of a string.
-bool StoreText(LqWString& target, const char* bytes, std::size_t length) {
+// Decodes the UTF-8 bytes [p, end) exactly as Utf8ToUtf16 does (stray continuation bytes and
+// undecodable leads dropped, a sequence cut by the end dropped, a value beyond 0xFFFF split into
+// two halves without the 0x10000 offset) and calls `put(unit)` for each unit, up to the first
+// zero unit, which is not passed on. Done here, without the growing temporary string of the
+// library's converter, so that a string costs one exact allocation.
+template <typename Put>
+void DecodeUtf8(const unsigned char* p, const unsigned char* end, Put&& put) {
+  while (p < end) {
+    const unsigned char lead = *p++;
+    int continuations;
+    uint32_t value;
+    if (lead < 0x80) {
+      if (lead == 0) return;
+      put(static_cast<char16_t>(lead));
+      continue;
+    } else if (lead < 0xC0) {
+      continue;
+    } else if (lead < 0xE0) {
+      continuations = 1, value = lead & 0x1F;
+    } else if (lead < 0xF0) {
+      continuations = 2, value = lead & 0x0F;
+    } else if (lead < 0xF8) {
+      continuations = 3, value = lead & 0x07;
+    } else {
+      while (p < end && (*p & 0xC0) == 0x80)
+        ++p;
+      continue;
+    }
+    bool complete = true;
+    for (int i = 0; i < continuations; ++i) {
+      if (p >= end) return;
+      const unsigned char b = *p++;
+      if ((b & 0xC0) != 0x80) {
+        complete = false;
+        break;
+      }
+      value = (value << 6) | (b & 0x3F);
+    }
+    if (!complete) continue;
+    if (value >= 0x10000) {
+      put(static_cast<char16_t>((value >> 10) | 0xD800));
+      put(static_cast<char16_t>((value & 0x3FF) | 0xDC00));
+    } else {
+      if (value == 0) return;
+      put(static_cast<char16_t>(value));
+    }
+  }
+}
+
+// Converts `length` UTF-8 bytes into `target`, cut at the first zero unit the way a terminated
+// text is, in one block of the exact size. `ascii` tells that no byte is from 0x80 up: such text
+// is its own UTF-16 and is widened in place. False for a text beyond the 32-bit length of a
+// string.
+bool StoreText(LqWString& target, const char* bytes, std::size_t length, bool ascii) {
   if (length >= static_cast<std::size_t>(INT32_MAX)) return false;
-  std::size_t ascii = 0;
-  while (ascii < length && static_cast<unsigned char>(bytes[ascii]) < 0x80)
-    ++ascii;
-  if (ascii == length) {
+  if (ascii) {
     char16_t* units = target.Prepare(static_cast<int>(length), false);
     for (std::size_t i = 0; i < length; ++i)
-      units[i] = static_cast<char16_t>(bytes[i]);
+      units[i] = static_cast<unsigned char>(bytes[i]);
     return true;
   }
-  LqWString wide;
-  Utf8ToUtf16(wide, bytes, static_cast<int>(length));
-  target = static_cast<const char16_t*>(wide);
+  const auto* begin = reinterpret_cast<const unsigned char*>(bytes);
+  int count = 0;
+  DecodeUtf8(begin, begin + length, [&count](char16_t) { ++count; });
+  char16_t* units = target.Prepare(count, false);
+  DecodeUtf8(begin, begin + length, [&units](char16_t unit) { *units++ = unit; });
   return true;
 }
+
+bool IsAscii(const char* bytes, std::size_t length) {
+  unsigned char any = 0;
+  for (std::size_t i = 0; i < length; ++i)
+    any |= static_cast<unsigned char>(bytes[i]);
+  return any < 0x80;
+}
+
+// The bytes that end a plain run inside a string: the quote, the backslash and the terminator.
+constexpr struct StringStops {
+  bool stop[256] = {};
+  constexpr StringStops() { stop['"'] = stop['\\'] = stop[0] = true; }
+} kStringStops;
 
 // Reads the string whose opening quote stands at `text` into `target`. Returns the position
 // after the closing quote, or null when the text ends first.
 const char* ReadString(const char* text, LqWString& target) {
   const char* p = ++text;
-  while (*p && *p != '"' && *p != '\\')
-    ++p;
+  unsigned char any = 0;
+  while (!kStringStops.stop[static_cast<unsigned char>(*p)])
+    any |= static_cast<unsigned char>(*p++);
   if (*p == '"')
-    return StoreText(target, text, static_cast<std::size_t>(p - text)) ? p + 1 : nullptr;
-  std::string bytes(text, p);
+    return StoreText(target, text, static_cast<std::size_t>(p - text), any < 0x80) ? p + 1
+                                                                                   : nullptr;
+  EscapedBytes bytes;
+  bytes.Append(text, static_cast<std::size_t>(p - text));
   for (;;) {
     const char* run = p;
-    while (*p && *p != '"' && *p != '\\')
+    while (!kStringStops.stop[static_cast<unsigned char>(*p)])
       ++p;
-    bytes.append(run, p);
+    bytes.Append(run, static_cast<std::size_t>(p - run));
     if (*p == '"') break;
     if (!*p || !p[1]) return nullptr;
     ++p;
     switch (*p) {
-      case 'b': bytes += '\b'; break;
-      case 'f': bytes += '\f'; break;
-      case 'n': bytes += '\n'; break;
-      case 'r': bytes += '\r'; break;
-      case 't': bytes += '\t'; break;
+      case 'b': bytes.Push('\b'); break;
+      case 'f': bytes.Push('\f'); break;
+      case 'n': bytes.Push('\n'); break;
+      case 'r': bytes.Push('\r'); break;
+      case 't': bytes.Push('\t'); break;
       case 'u':
         // The four bytes after the 'u' are stepped over whatever the scanner took from them;
         // a text that ends among them is cut.
@@ -108,19 +212,47 @@ const char* ReadString(const char* text, LqWString& target) {
         AppendUnicodeEscape(bytes, ScanHex4(p + 1));
         p += 4;
         break;
-      default: bytes += *p; break;
+      default: bytes.Push(*p); break;
     }
     ++p;
   }
   // Conversion stops at a zero byte that a \u produced.
-  return StoreText(target, bytes.data(), std::strlen(bytes.c_str())) ? p + 1 : nullptr;
+  const void* zero = std::memchr(bytes.Data(), 0, bytes.Size());
+  const std::size_t length =
+      zero ? static_cast<std::size_t>(static_cast<const char*>(zero) - bytes.Data()) : bytes.Size();
+  return StoreText(target, bytes.Data(), length, IsAscii(bytes.Data(), length)) ? p + 1 : nullptr;
 }
 
-// A new node of type 6 at the end of `parent`, before it is parsed.
-JsonNode* AppendChild(JsonNode* parent) {
-  auto child = std::make_unique<JsonNode>(6);
-  parent->AddChild(child.get());
-  return child.release();
+// The powers of ten that numbers scale by, as std::pow gives them, for the exponents that
+// occur in practice; further out std::pow is called each time.
+class PowersOfTen {
+ public:
+  static constexpr int kLowest = -350;
+  static constexpr int kHighest = 350;
+
+  PowersOfTen() {
+    // The base goes through a volatile, so that the compiler cannot fold the calls into values
+    // of its own: the table holds what the run-time library returns.
+    volatile double base = 10.0;
+    for (int e = kLowest; e <= kHighest; ++e)
+      m_power[e - kLowest] = std::pow(base, static_cast<double>(e));
+  }
+
+  // 10 to the integral `exponent`.
+  double operator()(double exponent) const {
+    if (exponent >= kLowest && exponent <= kHighest)
+      return m_power[static_cast<int>(exponent) - kLowest];
+    return std::pow(10.0, exponent);
+  }
+
+ private:
+  double m_power[kHighest - kLowest + 1];
+};
+
+// Built on first use, so that no order of static initialisation can see an empty table.
+double PowerOfTen(double exponent) {
+  static const PowersOfTen powers;
+  return powers(exponent);
 }
 
 }  // namespace
@@ -197,7 +329,7 @@ const char* JsonDocument::ParseNumber(JsonNode* node, const char* text) {
   }
   const double power = scale + static_cast<int32_t>(exponent);
   // pow(10, 0) is exactly 1, so the common case spares the call.
-  const double value = power == 0.0 ? n * sign : std::pow(10.0, power) * (n * sign);
+  const double value = power == 0.0 ? n * sign : PowerOfTen(power) * (n * sign);
   if (isFloat) {
     node->m_type = JsonFloat;
     node->m_doubleValue = value;
@@ -227,7 +359,10 @@ const char* JsonDocument::ParseArray(JsonNode* node, const char* text, int depth
   // Kept: one comma before the first element is tolerated, "[,1]" is "[1]".
   if (*text == ',') ++text;
   for (;;) {
-    JsonNode* child = AppendChild(node);
+    // A new node of type 6 at the end, before it is parsed.
+    std::unique_ptr<JsonNode> created(new JsonNode(JsonObject));
+    node->m_childs.push_back(created.get());
+    JsonNode* child = created.release();
     text = ParseValue(child, text, depth + 1);
     if (!text) return nullptr;
     text = skip(text);
@@ -246,7 +381,10 @@ const char* JsonDocument::ParseObject(JsonNode* node, const char* text, int dept
   // Kept: one comma before the first member is tolerated, "{,"a":1}" is "{"a":1}".
   if (*text == ',') ++text;
   for (;;) {
-    JsonNode* child = AppendChild(node);
+    // A new node of type 6 at the end, before it is parsed.
+    std::unique_ptr<JsonNode> created(new JsonNode(JsonObject));
+    node->m_childs.push_back(created.get());
+    JsonNode* child = created.release();
     text = skip(text);
     if (*text != '"') return nullptr;
     // The name is read straight into its place; the value string stays empty.

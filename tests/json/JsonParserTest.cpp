@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <random>
 #include <string>
 
 #include "json/JsonTestSupport.h"
@@ -77,6 +79,69 @@ TEST(JsonParser, NumbersAreIntegersUnlessTheyHoldAPoint) {
   for (const JsonDocument::JsonNode* node : doc.Root()->GetChilds())
     kinds += std::to_string(node->Type()) + ":" + std::to_string(node->ValueInt()) + " ";
   EXPECT_EQ(kinds, "2:-12 2:1000 3:0 3:0 3:0 0:1 ");
+}
+
+// Random byte texts, every byte but the quote, the backslash and zero, cover the decoder's cases
+// (stray continuations, cut sequences, overlong zeros, four-byte values, leads from 0xF8 up).
+// Read as a string value, with and without an escape in it, each must give what the library's
+// converter gives for the same bytes, cut at its first zero unit, in a block of the exact size.
+TEST(JsonParser, StringsDecodeAsTheLibraryConverterDoes) {
+  std::mt19937 random(7);
+  std::uniform_int_distribution<int> byte(1, 255);
+  std::uniform_int_distribution<int> length(0, 1200);
+  for (int round = 0; round < 400; ++round) {
+    std::string bytes(static_cast<std::size_t>(length(random) % (round % 4 ? 24 : 1200)), 'a');
+    for (char& c : bytes) {
+      do {
+        c = static_cast<char>(byte(random));
+      } while (c == '"' || c == '\\');
+    }
+    for (const bool escaped : {false, true}) {
+      // "\t" goes in at the middle, where it may split a sequence.
+      std::string expectedBytes = bytes;
+      std::string text = bytes;
+      if (escaped) {
+        expectedBytes.insert(bytes.size() / 2, "\t");
+        text.insert(bytes.size() / 2, "\\t");
+      }
+      LqWString decoded;
+      Utf8ToUtf16(decoded, LqString(expectedBytes.c_str()));
+      const LqWString expected(static_cast<const char16_t*>(decoded));
+
+      JsonDocument doc;
+      ASSERT_TRUE(doc.Parse(("[\"" + text + "\"]").c_str()));
+      const LqWString& value = (*doc.Root()->ChildsBegin())->ValueString();
+      ASSERT_EQ(value, expected) << "round " << round << (escaped ? " escaped" : "");
+      EXPECT_EQ(value.Length(), expected.Length());
+      EXPECT_EQ(value.Spare(), 0u);
+    }
+  }
+}
+
+// Names and values are owned texts of their exact size, the empty one included.
+TEST(JsonParser, ReadTextsAreOwnedWithoutSpareRoom) {
+  JsonDocument doc;
+  ASSERT_TRUE(doc.Parse("{\"\":\"\",\"caf\xC3\xA9\":\"a\\nb\"}"));
+  for (auto child = doc.Root()->ChildsBegin(); child != doc.Root()->ChildsEnd(); ++child) {
+    for (const LqWString* text : {&(*child)->String(), &(*child)->ValueString()}) {
+      EXPECT_EQ(text->Flags(), 0u);
+      EXPECT_EQ(text->Spare(), 0u);
+    }
+  }
+  // An empty name is not written.
+  EXPECT_EQ(TextOf(doc.Root()), "{\"\",\"caf\xC3\xA9\": \"a\\nb\"}");
+}
+
+// A number is its digits scaled by the power of ten that the point and the exponent give, the
+// power as the maths library computes it, also far out where it overflows or underflows.
+TEST(JsonParser, NumbersScaleByTheLibraryPowerOfTen) {
+  for (int power = -420; power <= 420; power += 3) {
+    const std::string text = "[12.5e" + std::to_string(power + 1) + "]";
+    JsonDocument doc;
+    ASSERT_TRUE(doc.Parse(text.c_str()));
+    const double expected = std::pow(10.0, static_cast<double>(power)) * 125.0;
+    EXPECT_EQ((*doc.Root()->ChildsBegin())->ValueDouble(), expected) << text;
+  }
 }
 
 std::string Repeat(const char* piece, int count) {
