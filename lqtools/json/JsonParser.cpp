@@ -10,6 +10,7 @@
 #include "lqtools/json/JsonDocument.h"
 #include "lqtools/platform/Truncation.h"
 #include "lqtools/text/HexText.h"
+#include "lqtools/text/Unicode.h"
 
 using JsonNode = JsonDocument::JsonNode;
 
@@ -97,59 +98,10 @@ void AppendUnicodeEscape(EscapedBytes& bytes, uint32_t value) {
   bytes.Append(piece, static_cast<std::size_t>(length));
 }
 
-// Decodes the UTF-8 bytes [p, end) exactly as Utf8ToUtf16 does (stray continuation bytes and
-// undecodable leads dropped, a sequence cut by the end dropped, a value beyond 0xFFFF split into
-// two halves without the 0x10000 offset) and calls `put(unit)` for each unit, up to the first
-// zero unit, which is not passed on. Done here, without the growing temporary string of the
-// library's converter, so that a string costs one exact allocation.
-template <typename Put>
-void DecodeUtf8(const unsigned char* p, const unsigned char* end, Put&& put) {
-  while (p < end) {
-    const unsigned char lead = *p++;
-    int continuations;
-    uint32_t value;
-    if (lead < 0x80) {
-      if (lead == 0) return;
-      put(static_cast<char16_t>(lead));
-      continue;
-    } else if (lead < 0xC0) {
-      continue;
-    } else if (lead < 0xE0) {
-      continuations = 1, value = lead & 0x1F;
-    } else if (lead < 0xF0) {
-      continuations = 2, value = lead & 0x0F;
-    } else if (lead < 0xF8) {
-      continuations = 3, value = lead & 0x07;
-    } else {
-      while (p < end && (*p & 0xC0) == 0x80)
-        ++p;
-      continue;
-    }
-    bool complete = true;
-    for (int i = 0; i < continuations; ++i) {
-      if (p >= end) return;
-      const unsigned char b = *p++;
-      if ((b & 0xC0) != 0x80) {
-        complete = false;
-        break;
-      }
-      value = (value << 6) | (b & 0x3F);
-    }
-    if (!complete) continue;
-    if (value >= 0x10000) {
-      put(static_cast<char16_t>((value >> 10) | 0xD800));
-      put(static_cast<char16_t>((value & 0x3FF) | 0xDC00));
-    } else {
-      if (value == 0) return;
-      put(static_cast<char16_t>(value));
-    }
-  }
-}
-
-// Converts `length` UTF-8 bytes into `target`, cut at the first zero unit the way a terminated
-// text is, in one block of the exact size. `ascii` tells that no byte is from 0x80 up: such text
-// is its own UTF-16 and is widened in place. False for a text beyond the 32-bit length of a
-// string.
+// Converts `length` UTF-8 bytes into `target` with the library's converter, cut at the first zero
+// unit the way a terminated text is, in one block of the exact size. `ascii` tells that no byte is
+// from 0x80 up: such text is its own UTF-16 and is widened in place. False for a text beyond the
+// 32-bit length of a string.
 bool StoreText(LqWString& target, const char* bytes, std::size_t length, bool ascii) {
   if (length >= static_cast<std::size_t>(INT32_MAX)) return false;
   if (ascii) {
@@ -158,11 +110,11 @@ bool StoreText(LqWString& target, const char* bytes, std::size_t length, bool as
       units[i] = static_cast<unsigned char>(bytes[i]);
     return true;
   }
-  const auto* begin = reinterpret_cast<const unsigned char*>(bytes);
-  int count = 0;
-  DecodeUtf8(begin, begin + length, [&count](char16_t) { ++count; });
+  LqWString wide;
+  Utf8ToUtf16(wide, bytes, static_cast<int>(length));
+  const int count = LqWideChar::Length(wide);
   char16_t* units = target.Prepare(count, false);
-  DecodeUtf8(begin, begin + length, [&units](char16_t unit) { *units++ = unit; });
+  std::memcpy(units, static_cast<const char16_t*>(wide), static_cast<std::size_t>(count) * 2);
   return true;
 }
 
